@@ -1,0 +1,77 @@
+#include "platform/foundation/stored_value_json.h"
+
+#include <nlohmann/json.hpp>
+
+#include <cmath>
+#include <limits>
+#include <type_traits>
+
+namespace lunevra {
+namespace {
+
+using nlohmann::json;
+
+template <class T>
+constexpr std::string_view typeName() {
+  if constexpr (std::is_same_v<T, std::int64_t>) return "integer";
+  if constexpr (std::is_same_v<T, bool>) return "flag";
+  if constexpr (std::is_same_v<T, double>) return "double";
+  if constexpr (std::is_same_v<T, Instant>) return "date";
+  if constexpr (std::is_same_v<T, std::string>) return "text";
+  if constexpr (std::is_same_v<T, std::vector<std::string>>) return "texts";
+}
+
+std::optional<StoredValue> decodeNumber(const json& value, std::string_view type) {
+  const bool fitsInteger =
+      value.is_number_integer() &&
+      !(value.is_number_unsigned() &&
+        value.get<std::uint64_t>() >
+            static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()));
+  if (type == typeName<std::int64_t>())
+    return fitsInteger ? std::optional<StoredValue>(value.get<std::int64_t>()) : std::nullopt;
+  const auto number = value.get<double>();
+  if (!std::isfinite(number)) return std::nullopt;
+  if (type == typeName<double>()) return number;
+  if (type == typeName<Instant>()) return Instant{number};
+  return std::nullopt;
+}
+
+std::optional<StoredValue> decodeTexts(const json& value) {
+  std::vector<std::string> texts;
+  for (const auto& element : value) {
+    if (!element.is_string()) return std::nullopt;
+    texts.push_back(element.get<std::string>());
+  }
+  return texts;
+}
+
+}  // namespace
+
+std::string encodeStoredValue(const StoredValue& value) {
+  const auto object = std::visit(
+      [](const auto& held) -> json {
+        using Held = std::decay_t<decltype(held)>;
+        if constexpr (std::is_same_v<Held, Instant>)
+          return {{"type", typeName<Held>()}, {"value", held.secondsSince1970}};
+        else
+          return {{"type", typeName<Held>()}, {"value", held}};
+      },
+      value);
+  return object.dump(-1, ' ', false, json::error_handler_t::replace);
+}
+
+std::optional<StoredValue> decodeStoredValue(std::string_view text) {
+  const auto object = json::parse(text, nullptr, false);
+  if (!object.is_object()) return std::nullopt;
+  const auto type = object.find("type");
+  const auto value = object.find("value");
+  if (type == object.end() || value == object.end() || !type->is_string()) return std::nullopt;
+  const auto name = type->get<std::string>();
+  if (value->is_number()) return decodeNumber(*value, name);
+  if (value->is_boolean() && name == typeName<bool>()) return value->get<bool>();
+  if (value->is_string() && name == typeName<std::string>()) return value->get<std::string>();
+  if (value->is_array() && name == typeName<std::vector<std::string>>()) return decodeTexts(*value);
+  return std::nullopt;
+}
+
+}  // namespace lunevra
