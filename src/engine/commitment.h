@@ -23,8 +23,8 @@ inline constexpr std::array allLockDurations{LockDuration::oneDay, LockDuration:
 /// The same wall time so many calendar days later; `now` itself if the calendar cannot tell.
 [[nodiscard]] Instant commitmentEnd(LockDuration duration, const Calendar& calendar, Instant now);
 
-/// Days and hours from 25 hours on, then hours and minutes, then minutes; "Expired" once over; empty
-/// without an end.
+/// Days and hours from 25 hours on, then hours and minutes, then minutes; "Expired" once over;
+/// empty without an end.
 [[nodiscard]] std::string commitmentRemainingText(std::optional<Instant> end, Instant now);
 
 }  // namespace lunevra

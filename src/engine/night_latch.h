@@ -6,8 +6,8 @@
 
 namespace lunevra {
 
-/// The end of the night that has started, kept twice so that losing one copy does not end the night:
-/// as a date in the standard defaults and as seconds in the app group's. Main thread only.
+/// The end of the night that has started, kept twice so that losing one copy does not end the
+/// night: as a date in the standard defaults and as seconds in the app group's. Main thread only.
 class NightLatch {
  public:
   explicit NightLatch(const Host& host) : domains_(host.defaults) {}

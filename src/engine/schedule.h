@@ -31,8 +31,8 @@ struct Schedule {
   friend bool operator==(const Schedule&, const Schedule&) = default;
 };
 
-/// Whether the instant's minute of the day lies from bedtime (inside) to wake time (outside), across
-/// midnight when wake time is the earlier of the two. Equal times make an empty window.
+/// Whether the instant's minute of the day lies from bedtime (inside) to wake time (outside),
+/// across midnight when wake time is the earlier of the two. Equal times make an empty window.
 [[nodiscard]] bool isWithinBlockingWindow(const Schedule& schedule, const Calendar& calendar,
                                           Instant instant);
 

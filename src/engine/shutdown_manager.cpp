@@ -97,8 +97,8 @@ void ShutdownManager::beginCountdown() {
   latchNightLock();
   change(countdownValue_, countdownStart);
   enter(BlockingState::countdown);
-  countdownTimer_ = host_.runLoop.scheduleRepeating(countdownInterval, 0ms,
-                                                    [this] { countdownTick(); });
+  countdownTimer_ =
+      host_.runLoop.scheduleRepeating(countdownInterval, 0ms, [this] { countdownTick(); });
 }
 
 void ShutdownManager::countdownTick() {

@@ -103,8 +103,8 @@ std::int64_t ShutdownManager::unlockGeneration() const {
 }
 
 FirewallHelperClient::Completion ShutdownManager::logsFailure(std::string prefix) const {
-  return [&log = host_.log, prefix = std::move(prefix)](
-             bool success, const std::optional<std::string>& message) {
+  return [&log = host_.log, prefix = std::move(prefix)](bool success,
+                                                        const std::optional<std::string>& message) {
     if (!success && message) log.line(prefix + *message);
   };
 }

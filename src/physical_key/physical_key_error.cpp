@@ -20,8 +20,7 @@ PhysicalKeyError PhysicalKeyError::externalDriveRequired() {
 }
 
 PhysicalKeyError PhysicalKeyError::driveIsReadOnly() {
-  return {Kind::driveIsReadOnly,
-          "That USB drive is read-only. Unlock it or choose another drive."};
+  return {Kind::driveIsReadOnly, "That USB drive is read-only. Unlock it or choose another drive."};
 }
 
 PhysicalKeyError PhysicalKeyError::randomGenerationFailed() {

@@ -11,9 +11,10 @@ class Lifetime {
  public:
   template <class Work>
   [[nodiscard]] auto guard(Work work) const {
-    return [alive = std::weak_ptr<const char>(token_), work = std::move(work)](auto&&... arguments) {
-      if (const auto held = alive.lock()) work(std::forward<decltype(arguments)>(arguments)...);
-    };
+    return
+        [alive = std::weak_ptr<const char>(token_), work = std::move(work)](auto&&... arguments) {
+          if (const auto held = alive.lock()) work(std::forward<decltype(arguments)>(arguments)...);
+        };
   }
 
  private:

@@ -13,8 +13,8 @@ class RunLoop {
  public:
   virtual ~RunLoop() = default;
 
-  /// Fires every `interval`, each time up to `tolerance` late so that wake-ups can be shared; firing
-  /// times stay on the grid of the start, missed ones are skipped. Main thread only.
+  /// Fires every `interval`, each time up to `tolerance` late so that wake-ups can be shared;
+  /// firing times stay on the grid of the start, missed ones are skipped. Main thread only.
   [[nodiscard]] virtual Registration scheduleRepeating(std::chrono::milliseconds interval,
                                                        std::chrono::milliseconds tolerance,
                                                        std::function<void()> fire) = 0;

@@ -10,7 +10,7 @@
 namespace lunevra {
 
 /// A value as settings stores keep it; the type is part of the value.
-using StoredValue = std::variant<std::int64_t, bool, double, Instant, std::string,
-                                 std::vector<std::string>>;
+using StoredValue =
+    std::variant<std::int64_t, bool, double, Instant, std::string, std::vector<std::string>>;
 
 }  // namespace lunevra

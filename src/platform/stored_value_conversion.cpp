@@ -20,7 +20,9 @@ std::optional<std::int64_t> asInteger(const std::optional<StoredValue>& value) {
   return exactly<std::int64_t>(value);
 }
 
-std::optional<bool> asFlag(const std::optional<StoredValue>& value) { return exactly<bool>(value); }
+std::optional<bool> asFlag(const std::optional<StoredValue>& value) {
+  return exactly<bool>(value);
+}
 
 std::optional<double> asNumber(const std::optional<StoredValue>& value) {
   if (const auto integer = asInteger(value)) return static_cast<double>(*integer);
@@ -41,7 +43,9 @@ std::optional<std::int64_t> UserDefaults::integer(std::string_view key) const {
   return asInteger(object(key));
 }
 
-std::optional<bool> UserDefaults::flag(std::string_view key) const { return asFlag(object(key)); }
+std::optional<bool> UserDefaults::flag(std::string_view key) const {
+  return asFlag(object(key));
+}
 
 std::optional<double> UserDefaults::number(std::string_view key) const {
   return asNumber(object(key));

@@ -31,7 +31,8 @@ class VolumeSource {
   [[nodiscard]] virtual std::optional<std::string> localizedName(
       const std::string& volume) const = 0;
 
-  /// The whole regular file at `path`, or nothing if it is missing, unreadable or implausibly large.
+  /// The whole regular file at `path`, or nothing if it is missing, unreadable or implausibly
+  /// large.
   [[nodiscard]] virtual std::optional<std::string> readFile(const std::string& path) const = 0;
   /// Replaces the file in one step and returns once it is on the disk. Throws LocalizedError.
   virtual void writeFileAtomically(const std::string& path, const std::string& contents) = 0;

@@ -39,6 +39,8 @@ void EnforcementAgent::registerAtLaunch() {
   log_.line("Lunevra enforcement agent status: " + std::to_string(status));
 }
 
-Service& EnforcementAgent::agent() const { return services_.agent(propertyListName); }
+Service& EnforcementAgent::agent() const {
+  return services_.agent(propertyListName);
+}
 
 }  // namespace lunevra

@@ -10,9 +10,9 @@ namespace lunevra {
 namespace {
 
 constexpr std::array<std::string_view, 14> defaultDomains{
-    "facebook.com", "m.facebook.com", "instagram.com", "twitter.com",  "x.com",
-    "tiktok.com",   "vm.tiktok.com",  "reddit.com",    "old.reddit.com", "youtube.com",
-    "m.youtube.com", "netflix.com",   "snapchat.com",  "twitch.tv"};
+    "facebook.com",  "m.facebook.com", "instagram.com", "twitter.com",    "x.com",
+    "tiktok.com",    "vm.tiktok.com",  "reddit.com",    "old.reddit.com", "youtube.com",
+    "m.youtube.com", "netflix.com",    "snapchat.com",  "twitch.tv"};
 
 }  // namespace
 
@@ -46,11 +46,9 @@ void FirewallHelperClient::clearBlock(std::int64_t generation, Completion comple
     completion(false, "Firewall helper not installed.");
     return;
   }
-  send(
-      [generation](FirewallHelperProxy& proxy, HelperReply reply) {
-        proxy.clearBlock(generation, std::move(reply));
-      },
-      completion);
+  send([generation](FirewallHelperProxy& proxy,
+                    HelperReply reply) { proxy.clearBlock(generation, std::move(reply)); },
+       completion);
 }
 
 void FirewallHelperClient::installHelper() {
@@ -59,7 +57,9 @@ void FirewallHelperClient::installHelper() {
   daemon().registerService();
 }
 
-void FirewallHelperClient::uninstallHelper() { daemon().unregisterService(); }
+void FirewallHelperClient::uninstallHelper() {
+  daemon().unregisterService();
+}
 
 Service& FirewallHelperClient::daemon() const {
   return services_.daemon(firewall_helper::daemonPropertyListName);
@@ -84,12 +84,11 @@ void FirewallHelperClient::send(const Request& request, const Completion& comple
     completion(false, "Firewall helper not reachable.");
     return;
   }
-  request(*proxy, [&runLoop = runLoop_, completion](bool success,
-                                                    std::optional<std::string> message) {
-    runLoop.async([completion, success, message = std::move(message)] {
-      completion(success, message);
-    });
-  });
+  request(
+      *proxy, [&runLoop = runLoop_, completion](bool success, std::optional<std::string> message) {
+        runLoop.async(
+            [completion, success, message = std::move(message)] { completion(success, message); });
+      });
 }
 
 std::shared_ptr<HelperConnection> FirewallHelperClient::openConnection() {

@@ -15,9 +15,9 @@ SleepLockWindow::SleepLockWindow(Application& application, const Screen& screen,
                                       .canBecomeMain = true})) {
   window_->setReleasedWhenClosed(false);
   window_->setLevel(WindowLevel::screenSaver);
-  window_->setCollectionBehavior(
-      CollectionBehavior::canJoinAllSpaces | CollectionBehavior::stationary |
-      CollectionBehavior::ignoresCycle | CollectionBehavior::fullScreenAuxiliary);
+  window_->setCollectionBehavior(CollectionBehavior::canJoinAllSpaces |
+                                 CollectionBehavior::stationary | CollectionBehavior::ignoresCycle |
+                                 CollectionBehavior::fullScreenAuxiliary);
   window_->setAnimationBehavior(AnimationBehavior::none);
   window_->setBackgroundColor(WindowColor::black);
   window_->setOpaque(true);

@@ -1,9 +1,8 @@
 #include "platform/foundation/base64.h"
 
-#include <openssl/evp.h>
-
 #include <algorithm>
 #include <limits>
+#include <openssl/evp.h>
 
 namespace lunevra {
 namespace {

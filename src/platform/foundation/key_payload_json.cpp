@@ -1,8 +1,7 @@
 #include "platform/foundation/key_payload_json.h"
 
-#include <nlohmann/json.hpp>
-
 #include <limits>
+#include <nlohmann/json.hpp>
 
 namespace lunevra {
 namespace {

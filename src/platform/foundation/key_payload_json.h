@@ -17,8 +17,9 @@ struct KeyPayloadFields {
 /// One compact JSON object with the members in the order version, identifier, secret.
 [[nodiscard]] std::string encodeKeyPayload(const KeyPayloadFields& fields);
 
-/// Nothing unless the text is one JSON object that holds all three members with their types. Further
-/// members are ignored; of a member given twice the last one counts. Any depth of nesting is safe.
+/// Nothing unless the text is one JSON object that holds all three members with their types.
+/// Further members are ignored; of a member given twice the last one counts. Any depth of nesting
+/// is safe.
 [[nodiscard]] std::optional<KeyPayloadFields> decodeKeyPayload(std::string_view json);
 
 }  // namespace lunevra

@@ -1,9 +1,8 @@
 #include "platform/foundation/stored_value_json.h"
 
-#include <nlohmann/json.hpp>
-
 #include <cmath>
 #include <limits>
+#include <nlohmann/json.hpp>
 #include <type_traits>
 
 namespace lunevra {

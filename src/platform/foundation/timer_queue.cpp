@@ -55,6 +55,8 @@ std::size_t TimerQueue::repeatingCount() const {
                     [](const auto& entry) { return entry.second->interval != Time::zero(); }));
 }
 
-void TimerQueue::clear() { timers_ = std::make_shared<Timers>(); }
+void TimerQueue::clear() {
+  timers_ = std::make_shared<Timers>();
+}
 
 }  // namespace lunevra

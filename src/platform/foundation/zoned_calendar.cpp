@@ -1,9 +1,8 @@
 #include "platform/foundation/zoned_calendar.h"
 
+#include <cmath>
 #include <date/date.h>
 #include <date/tz.h>
-
-#include <cmath>
 
 #include "platform/localized_error.h"
 
@@ -38,8 +37,7 @@ std::optional<date::local_seconds> join(const DateComponents& components) {
   if (std::abs(components.year) > furthestYear || components.month < 1 || components.day < 1)
     return std::nullopt;
   const auto ymd = date::year{static_cast<int>(components.year)} /
-                   static_cast<unsigned>(components.month) /
-                   static_cast<unsigned>(components.day);
+                   static_cast<unsigned>(components.month) / static_cast<unsigned>(components.day);
   if (!ymd.ok()) return std::nullopt;
   return date::local_days{ymd} + std::chrono::hours{components.hour} +
          std::chrono::minutes{components.minute} + seconds{components.second};

@@ -1,0 +1,27 @@
+#!/bin/sh
+# Formatting, static analysis, QML and the borders between folders; silent where all is well.
+set -eu
+cd "$(dirname "$0")/.."
+
+sources=$(git ls-files '*.h' '*.cpp')
+# shellcheck disable=SC2086 # file names of this project have no blanks
+clang-format --dry-run -Werror $sources
+
+# The logic sees no toolkit and no operating system; platform/ itself only declares.
+foreign='#include[[:space:]]*<(Q[A-Z]|sys/|unistd|fcntl|X11/|xcb/|sqlite3|systemd/|lib(udev|mount|secret))'
+logic='src/engine src/store src/physical_key src/protection src/shell src/platform/*.h'
+# shellcheck disable=SC2086
+if git grep -nE "$foreign" -- $logic; then
+  echo 'lint: a header of a toolkit or an operating system inside the logic' >&2
+  exit 1
+fi
+
+build=${1:-build/lint}
+cmake --preset release -B "$build" -DCMAKE_CXX_COMPILER=clang++ >/dev/null
+# Generated headers (QML types, moc) have to exist before anything can be analysed.
+cmake --build "$build" --target lunevra_generated >/dev/null
+git ls-files 'src/*.cpp' 'tools/*.cpp' |
+  xargs -P "$(nproc)" -n 4 clang-tidy -p "$build" --quiet 2>/dev/null
+if ninja -C "$build" -t targets all | grep -q '^all_qmllint:'; then
+  cmake --build "$build" --target all_qmllint
+fi
