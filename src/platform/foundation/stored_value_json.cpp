@@ -35,7 +35,12 @@ std::optional<StoredValue> decodeNumber(const json& value, std::string_view type
   return std::nullopt;
 }
 
-std::optional<StoredValue> decodeTexts(const json& value) {
+std::string dump(const json& value) {
+  return value.dump(-1, ' ', false, json::error_handler_t::replace);
+}
+
+std::optional<std::vector<std::string>> textsOf(const json& value) {
+  if (!value.is_array()) return std::nullopt;
   std::vector<std::string> texts;
   for (const auto& element : value) {
     if (!element.is_string()) return std::nullopt;
@@ -56,7 +61,7 @@ std::string encodeStoredValue(const StoredValue& value) {
           return {{"type", typeName<Held>()}, {"value", held}};
       },
       value);
-  return object.dump(-1, ' ', false, json::error_handler_t::replace);
+  return dump(object);
 }
 
 std::optional<StoredValue> decodeStoredValue(std::string_view text) {
@@ -69,8 +74,16 @@ std::optional<StoredValue> decodeStoredValue(std::string_view text) {
   if (value->is_number()) return decodeNumber(*value, name);
   if (value->is_boolean() && name == typeName<bool>()) return value->get<bool>();
   if (value->is_string() && name == typeName<std::string>()) return value->get<std::string>();
-  if (value->is_array() && name == typeName<std::vector<std::string>>()) return decodeTexts(*value);
+  if (name == typeName<std::vector<std::string>>()) return textsOf(*value);
   return std::nullopt;
+}
+
+std::string encodeTexts(const std::vector<std::string>& texts) {
+  return dump(json(texts));
+}
+
+std::optional<std::vector<std::string>> decodeTexts(std::string_view text) {
+  return textsOf(json::parse(text, nullptr, false));
 }
 
 }  // namespace lunevra
