@@ -1,0 +1,83 @@
+#include "platform/linux/unavailable_services.h"
+
+namespace lunevra {
+namespace {
+
+constexpr std::int32_t notAvailable = -1;
+
+[[noreturn]] void refuse(const char* what) {
+  throw LocalizedError(std::string(what) + " not available in this build.");
+}
+
+class DeadConnection : public HelperConnection {
+ public:
+  [[nodiscard]] FirewallHelperProxy* remoteObjectProxy(
+      std::function<void(const std::string&)> /*errorHandler*/) override {
+    return nullptr;
+  }
+};
+
+}  // namespace
+
+std::optional<Bytes> UnavailableKeychain::find(std::string_view, std::string_view) const {
+  return std::nullopt;
+}
+std::int32_t UnavailableKeychain::remove(std::string_view, std::string_view) {
+  return notAvailable;
+}
+std::int32_t UnavailableKeychain::add(std::string_view, std::string_view, const Bytes&) {
+  return notAvailable;
+}
+
+std::vector<std::string> UnavailableVolumes::mountedVolumes() const {
+  return {};
+}
+std::optional<VolumeTraits> UnavailableVolumes::traits(const std::string&) const {
+  return std::nullopt;
+}
+std::optional<bool> UnavailableVolumes::isReadOnly(const std::string&) const {
+  refuse("Drives are");
+}
+std::optional<std::string> UnavailableVolumes::localizedName(const std::string&) const {
+  return std::nullopt;
+}
+std::optional<std::string> UnavailableVolumes::readFile(const std::string&) const {
+  return std::nullopt;
+}
+void UnavailableVolumes::writeFileAtomically(const std::string&, const std::string&) {
+  refuse("Drives are");
+}
+void UnavailableVolumes::setHidden(const std::string&) {}
+
+Service& UnavailableServices::agent(std::string_view) {
+  return service_;
+}
+Service& UnavailableServices::daemon(std::string_view) {
+  return service_;
+}
+Service& UnavailableServices::mainApp() {
+  return service_;
+}
+
+ServiceStatus UnavailableServices::MissingService::status() const {
+  return ServiceStatus::notFound;
+}
+void UnavailableServices::MissingService::registerService() {
+  refuse("Background services are");
+}
+void UnavailableServices::MissingService::unregisterService() {
+  refuse("Background services are");
+}
+
+std::shared_ptr<HelperConnection> UnavailableHelper::connectPrivileged(std::string_view,
+                                                                       std::function<void()>) {
+  return std::make_shared<DeadConnection>();
+}
+
+void UnavailableOpenPanels::chooseFolder(
+    const FolderPanelRequest& /*request*/,
+    std::function<void(std::optional<std::string>)> completion) {
+  runLoop_.async([completion = std::move(completion)] { completion(std::nullopt); });
+}
+
+}  // namespace lunevra
