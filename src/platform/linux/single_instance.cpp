@@ -1,6 +1,8 @@
 #include "platform/linux/single_instance.h"
 
 #include <cerrno>
+
+#include "platform/linux/folder_lock.h"
 #include <fcntl.h>
 #include <sys/file.h>
 
@@ -9,6 +11,7 @@ namespace lunevra {
 std::optional<SingleInstance> SingleInstance::tryAcquire(
     std::span<const std::filesystem::path> folders, Log& log) {
   for (const auto& folder : folders) {
+    makePrivateFolder(folder);  // if it cannot be made, opening says so
     const auto path = folder / "lunevra.lock";
     UniqueDescriptor file(
         ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600));

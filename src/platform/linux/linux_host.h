@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/foundation/local_notification_center.h"
+#include "platform/host.h"
+#include "platform/linux/cloud_folder.h"
+#include "platform/linux/linux_paths.h"
+#include "platform/linux/linux_user_defaults_domains.h"
+#include "platform/linux/stderr_log.h"
+#include "platform/linux/system_calendar.h"
+#include "platform/linux/system_clock.h"
+#include "platform/linux/system_random.h"
+#include "platform/linux/unavailable_services.h"
+
+namespace lunevra {
+
+/// A Linux computer without its screen. Made on the main thread; a bad disk never makes it fail.
+class LinuxHost {
+ public:
+  /// The run loop outlives the host.
+  LinuxHost(const LinuxPaths& paths, RunLoop& runLoop);
+  LinuxHost(const LinuxHost&) = delete;
+  LinuxHost& operator=(const LinuxHost&) = delete;
+
+  /// Valid as long as this object.
+  [[nodiscard]] Host host();
+
+ private:
+  RunLoop& runLoop_;
+  StderrLog log_;
+  SystemClock clock_;
+  SystemCalendar calendar_;
+  LocalNotificationCenter notificationCenter_;
+  LinuxUserDefaultsDomains defaults_;
+  SystemRandom random_;
+  UnavailableKeychain keychain_;
+  UnavailableVolumes volumes_;
+  UnavailableServices services_;
+  UnavailableHelper helperConnector_;
+  UnavailableOpenPanels openPanels_;
+  CloudFolder cloud_;  // last: its thread ends before anything it may reach
+};
+
+}  // namespace lunevra
