@@ -1,0 +1,140 @@
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <gtest/gtest.h>
+#include <mutex>
+#include <sched.h>
+#include <sqlite3.h>
+#include <string>
+#include <sys/mount.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+#include <vector>
+
+#include "platform/log.h"
+
+namespace lunevra {
+
+class TemporaryFolder {
+ public:
+  TemporaryFolder() {
+    // In memory where possible: these tests sync hundreds of times.
+    const bool hasMemory = ::access("/dev/shm", W_OK) == 0;
+    const auto base =
+        hasMemory ? std::filesystem::path("/dev/shm") : std::filesystem::temp_directory_path();
+    auto name = (base / "lunevra-test-XXXXXX").string();
+    path_ = ::mkdtemp(name.data());
+  }
+  ~TemporaryFolder() {
+    std::error_code error;
+    std::filesystem::remove_all(path_, error);
+  }
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+  [[nodiscard]] const std::filesystem::path& path() const { return path_; }
+  [[nodiscard]] std::filesystem::path operator/(const std::string& name) const {
+    return path_ / name;
+  }
+
+ private:
+  std::filesystem::path path_;
+};
+
+class RecordingLog : public Log {
+ public:
+  void line(std::string_view text) override {
+    const std::lock_guard lock(mutex_);
+    lines_.emplace_back(text);
+  }
+  [[nodiscard]] std::vector<std::string> lines() const {
+    const std::lock_guard lock(mutex_);
+    return lines_;
+  }
+
+ private:
+  mutable std::mutex mutex_;
+  std::vector<std::string> lines_;
+};
+
+inline bool eventually(const std::function<bool()>& condition,
+                       std::chrono::seconds patience = std::chrono::seconds{10}) {
+  const auto deadline = std::chrono::steady_clock::now() + patience;
+  while (!condition()) {
+    if (std::chrono::steady_clock::now() > deadline) return false;
+    std::this_thread::sleep_for(std::chrono::milliseconds{2});
+  }
+  return true;
+}
+
+inline void writeFile(const std::filesystem::path& path, const std::string& contents) {
+  std::ofstream(path, std::ios::binary | std::ios::trunc) << contents;
+}
+
+/// What the sqlite3 program would do with the file, as another process's connection.
+class OtherConnection {
+ public:
+  explicit OtherConnection(const std::filesystem::path& file) {
+    EXPECT_EQ(sqlite3_open(file.c_str(), &database_), SQLITE_OK);
+    sqlite3_busy_timeout(database_, 2000);
+  }
+  ~OtherConnection() { sqlite3_close(database_); }
+  OtherConnection(const OtherConnection&) = delete;
+  OtherConnection& operator=(const OtherConnection&) = delete;
+
+  void run(const std::string& sql) {
+    EXPECT_EQ(sqlite3_exec(database_, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
+        << sql << ": " << sqlite3_errmsg(database_);
+  }
+  [[nodiscard]] std::string answer(const std::string& sql) {
+    std::string first;
+    const auto keep = [](void* to, int, char** values, char**) {
+      *static_cast<std::string*>(to) = values[0] != nullptr ? values[0] : "";
+      return 0;
+    };
+    EXPECT_EQ(sqlite3_exec(database_, sql.c_str(), keep, &first, nullptr), SQLITE_OK) << sql;
+    return first;
+  }
+
+ private:
+  sqlite3* database_ = nullptr;
+};
+
+inline void expectChildSucceeds(const std::function<void()>& body) {
+  const auto child = ::fork();
+  if (child == 0) {
+    body();
+    ::_exit(::testing::Test::HasFailure() ? 1 : 0);
+  }
+  int status = 0;
+  ASSERT_EQ(::waitpid(child, &status, 0), child);
+  EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "see above";
+}
+
+/// Runs `body` in a child process that has a small file system of its own at `folder`; works for
+/// root and for a plain user alike.
+inline void onSmallDisk(const std::filesystem::path& folder, const std::function<void()>& body) {
+  expectChildSucceeds([&] {
+    const auto user = std::to_string(::getuid());
+    if (::unshare(CLONE_NEWNS) != 0) {
+      ASSERT_EQ(::unshare(CLONE_NEWUSER | CLONE_NEWNS), 0);
+      writeFile("/proc/self/uid_map", "0 " + user + " 1");
+    }
+    ASSERT_EQ(::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr), 0);
+    ASSERT_EQ(::mount("tmpfs", folder.c_str(), "tmpfs", 0, "size=256k"), 0) << errno;
+    body();
+  });
+}
+
+inline void remount(const std::filesystem::path& folder, bool isReadOnly) {
+  ASSERT_EQ(::mount("none", folder.c_str(), nullptr,
+                    isReadOnly ? MS_REMOUNT | MS_RDONLY : MS_REMOUNT, "size=256k"),
+            0)
+      << errno;
+}
+
+}  // namespace lunevra
