@@ -25,6 +25,18 @@ constexpr milliseconds quiet{50};
 constexpr milliseconds longestBurst{400};
 // Where the kernel refuses to watch, the folder is looked at now and then.
 constexpr int unwatchedInterval = 5000;
+constexpr int longestLinkChain = 40;
+
+/// The whole path if nothing is missing, but may not be looked into.
+std::filesystem::path firstMissingStep(const std::filesystem::path& path) {
+  std::filesystem::path step;
+  for (const auto& name : path) {
+    step /= name;
+    std::error_code error;
+    if (!std::filesystem::exists(step, error)) break;
+  }
+  return step;
+}
 
 }  // namespace
 
@@ -87,16 +99,26 @@ bool FolderWatch::armOnce() {
   if (const auto target = std::filesystem::canonical(folder_, error); !error && target != folder_)
     watchPath(target);
   folderWatch_ = ::inotify_add_watch(inotify_.get(), folder_.c_str(), contentEvents | IN_MASK_ADD);
-  if (folderWatch_ >= 0) return true;
+  return folderWatch_ >= 0 || awaitFolder();
+}
 
-  auto ancestor = folder_;
-  while (ancestor.has_relative_path()) {
-    const auto missing = ancestor;
-    ancestor = ancestor.parent_path();
-    if (::inotify_add_watch(inotify_.get(), ancestor.c_str(), appearanceEvents | IN_MASK_ADD) < 0)
-      continue;
-    awaitedName_ = missing.filename().string();
-    return ::access(missing.c_str(), R_OK) != 0;
+/// Watches for the first step of the path that is missing. Answers false if it has come meanwhile.
+bool FolderWatch::awaitFolder() {
+  auto path = folder_;
+  for (int hop = 0; hop < longestLinkChain; ++hop) {
+    const auto missing = firstMissingStep(path);
+    std::error_code error;
+    const auto target = std::filesystem::read_symlink(missing, error);
+    if (error) {
+      const auto parent = missing.parent_path();
+      if (::inotify_add_watch(inotify_.get(), parent.c_str(), appearanceEvents | IN_MASK_ADD) >= 0)
+        awaitedName_ = missing.filename().string();
+      return ::access(missing.c_str(), R_OK) != 0;
+    }
+    const auto beyond = path.lexically_relative(missing);
+    path = (missing.parent_path() / target / beyond).lexically_normal();
+    if (!path.has_filename()) path = path.parent_path();
+    watchPath(path);
   }
   return true;
 }

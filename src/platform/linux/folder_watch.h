@@ -33,6 +33,7 @@ class FolderWatch {
 
   void arm();
   bool armOnce();
+  bool awaitFolder();
   void watchPath(const std::filesystem::path& path);
   [[nodiscard]] Change waitForChange(int timeoutMilliseconds);
   [[nodiscard]] Change drainEvents();

@@ -1,10 +1,10 @@
 #include "platform/linux/single_instance.h"
 
 #include <cerrno>
-
-#include "platform/linux/folder_lock.h"
 #include <fcntl.h>
 #include <sys/file.h>
+
+#include "platform/linux/folder_lock.h"
 
 namespace lunevra {
 
