@@ -1,5 +1,6 @@
 #include "platform/linux/defaults_file.h"
 
+#include <thread>
 #include <utility>
 
 #include "platform/linux/defaults_row.h"
@@ -93,7 +94,7 @@ void DefaultsFile::open(const std::string& name, int flags) {
   delete_.reset();
   database_.reset(database);
   if (code != SQLITE_OK) fail();
-  setPatience(std::chrono::milliseconds{250});
+  sqlite3_busy_handler(database_.get(), &DefaultsFile::waitForOther, this);
 }
 
 void DefaultsFile::prepareStatements() {
@@ -105,8 +106,15 @@ void DefaultsFile::prepareStatements() {
   delete_ = prepare("DELETE FROM defaults WHERE key = ?1");
 }
 
-void DefaultsFile::setPatience(std::chrono::milliseconds patience) {
-  sqlite3_busy_timeout(database_.get(), static_cast<int>(patience.count()));
+/// Counts the time that really passes; SQLite's own handler counts its naps, which take far longer
+/// on a busy computer.
+int DefaultsFile::waitForOther(void* file, int earlierWaits) {
+  auto& self = *static_cast<DefaultsFile*>(file);
+  const auto now = std::chrono::steady_clock::now();
+  if (earlierWaits == 0) self.waitingSince_ = now;
+  if (now - self.waitingSince_ >= self.patience_) return 0;
+  std::this_thread::sleep_for(std::chrono::milliseconds{5});
+  return 1;
 }
 
 bool DefaultsFile::hasChangedElsewhere() {

@@ -36,9 +36,11 @@ class DefaultsFile {
  public:
   /// Opens the file, or makes it in an existing folder; one on a read-only disk can still be read.
   explicit DefaultsFile(const std::filesystem::path& path);
+  DefaultsFile(const DefaultsFile&) = delete;
+  DefaultsFile& operator=(const DefaultsFile&) = delete;
 
   /// The longest that an operation waits for another process.
-  void setPatience(std::chrono::milliseconds patience);
+  void setPatience(std::chrono::milliseconds patience) { patience_ = patience; }
   /// Whether another connection has written since the last call; true the first time.
   [[nodiscard]] bool hasChangedElsewhere();
   /// Makes the next read go to the file itself.
@@ -63,7 +65,10 @@ class DefaultsFile {
   [[nodiscard]] Statement prepare(const char* sql);
   bool step(sqlite3_stmt* statement);
   [[noreturn]] void fail() const;
+  static int waitForOther(void* file, int earlierWaits);
 
+  std::chrono::milliseconds patience_{250};
+  std::chrono::steady_clock::time_point waitingSince_{};
   std::unique_ptr<sqlite3, Close> database_;
   Statement dataVersion_;
   Statement select_;
