@@ -243,7 +243,7 @@ TEST_F(SqliteUserDefaultsTest, AnotherProcessThatKeepsTheFileDoesNotHangThisOne)
   const auto start = std::chrono::steady_clock::now();
   for (int i = 2; i < 10; ++i) defaults.set("key", i);
   EXPECT_EQ(defaults.object("key"), StoredValue(9));
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds{1});
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds{1500});
   other.run("ROLLBACK");
   defaults.set("more", 1);
   EXPECT_EQ(afterReopening("key"), StoredValue(9));

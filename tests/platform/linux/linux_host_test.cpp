@@ -1,0 +1,111 @@
+#include "platform/linux/linux_host.h"
+
+#include "platform/foundation/stored_value_json.h"
+#include "platform/host_contract/host_contract.h"
+#include "platform/linux/linux_test_support.h"
+
+namespace lunevra {
+namespace {
+
+/// Runs what was put on the main queue when told to.
+class ManualRunLoop : public RunLoop {
+ public:
+  [[nodiscard]] Registration scheduleRepeating(std::chrono::milliseconds, std::chrono::milliseconds,
+                                               std::function<void()>) override {
+    return {};
+  }
+  void after(std::chrono::milliseconds, std::function<void()>) override {}
+  void async(std::function<void()> work) override { queue_.push_back(std::move(work)); }
+  void runOnce() {
+    for (auto& work : std::exchange(queue_, {})) work();
+  }
+
+ private:
+  std::vector<std::function<void()>> queue_;
+};
+
+class LinuxComputer {
+ public:
+  LinuxComputer() {
+    setZone("UTC");
+    restart();
+  }
+  [[nodiscard]] Host host() { return host_->host(); }
+  void restart() {
+    host_.reset();
+    host_ = std::make_unique<LinuxHost>(paths(), runLoop_);
+  }
+  void setZone(const std::string& zone) {
+    std::filesystem::remove(folder_ / "localtime");
+    std::filesystem::create_symlink("/usr/share/zoneinfo/" + zone, folder_ / "localtime");
+  }
+  void writeElsewhere(std::string_view key, const StoredValue& value) {
+    const auto file = paths().cloudFolder / (std::string(key) + ".json");
+    writeFile(folder_ / "incoming", encodeStoredValue(value));
+    std::filesystem::rename(folder_ / "incoming", file);
+  }
+  bool until(const std::function<bool()>& condition) { return eventually(condition); }
+  [[nodiscard]] LinuxPaths paths() const {
+    return {.dataFolder = folder_ / "data",
+            .cloudFolder = folder_ / "data/cloud",
+            .lockFolders = {},
+            .zone = {"", folder_ / "localtime", folder_ / "timezone"}};
+  }
+  ManualRunLoop& runLoop() { return runLoop_; }
+
+ private:
+  TemporaryFolder folder_;
+  ManualRunLoop runLoop_;
+  std::unique_ptr<LinuxHost> host_;
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Linux, HostContract, LinuxComputer);
+
+TEST(LinuxHostTest, WorksWithoutAnyDisk) {
+  ManualRunLoop runLoop;
+  const std::filesystem::path nowhere = "/proc/nowhere";
+  LinuxHost computer({nowhere, nowhere / "cloud", {nowhere}, {"", nowhere, nowhere}}, runLoop);
+  auto host = computer.host();
+  host.defaults.standard().set("key", true);
+  host.cloud.set("key", true);
+  host.cloud.synchronize();
+  EXPECT_EQ(host.defaults.standard().flag("key"), true);
+  EXPECT_EQ(host.cloud.object("key"), StoredValue(true));
+  EXPECT_TRUE(host.calendar.components(host.clock.now()));
+}
+
+TEST(LinuxHostTest, PartsThisBuildLacksSaySoHonestly) {
+  LinuxComputer computer;
+  auto host = computer.host();
+  EXPECT_NE(host.keychain.add("service", "account", {1}), 0);
+  EXPECT_TRUE(host.volumes.mountedVolumes().empty());
+  EXPECT_EQ(host.services.mainApp().status(), ServiceStatus::notFound);
+  EXPECT_THROW(host.services.agent("agent").registerService(), LocalizedError);
+  EXPECT_EQ(host.helperConnector.connectPrivileged("helper", [] {})->remoteObjectProxy({}),
+            nullptr);
+  int cancelled = 0;
+  host.openPanels.chooseFolder({}, [&](const auto& folder) { cancelled += folder ? 0 : 1; });
+  EXPECT_EQ(cancelled, 0);
+  computer.runLoop().runOnce();
+  EXPECT_EQ(cancelled, 1);
+}
+
+TEST(LinuxHostTest, LogLinesAreWholeWhateverTheTextHolds) {
+  std::array<int, 2> channel{};
+  ASSERT_EQ(::pipe(channel.data()), 0);
+  expectChildSucceeds([&] {
+    ::dup2(channel[1], STDERR_FILENO);
+    StderrLog log;
+    log.line("one\ntwo\r\x1b[2Jthree ü");
+    log.line(std::string(10'000, 'x'));
+  });
+  ::close(channel[1]);
+  std::string written(20'000, '\0');
+  written.resize(static_cast<std::size_t>(::read(channel[0], written.data(), written.size())));
+  ::close(channel[0]);
+  EXPECT_EQ(written.substr(0, written.find('\n')), "one two  [2Jthree ü");
+  EXPECT_EQ(std::count(written.begin(), written.end(), '\n'), 2);
+}
+
+}  // namespace
+}  // namespace lunevra
