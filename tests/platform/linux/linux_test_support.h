@@ -120,9 +120,12 @@ inline void expectChildSucceeds(const std::function<void()>& body) {
 inline void onSmallDisk(const std::filesystem::path& folder, const std::function<void()>& body) {
   expectChildSucceeds([&] {
     const auto user = std::to_string(::getuid());
+    const auto group = std::to_string(::getgid());
     if (::unshare(CLONE_NEWNS) != 0) {
       ASSERT_EQ(::unshare(CLONE_NEWUSER | CLONE_NEWNS), 0);
       writeFile("/proc/self/uid_map", "0 " + user + " 1");
+      writeFile("/proc/self/setgroups", "deny");
+      writeFile("/proc/self/gid_map", "0 " + group + " 1");
     }
     ASSERT_EQ(::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr), 0);
     ASSERT_EQ(::mount("tmpfs", folder.c_str(), "tmpfs", 0, "size=256k"), 0) << errno;
