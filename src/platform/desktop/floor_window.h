@@ -1,0 +1,67 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+#include <xcb/xcb.h>
+
+namespace lunevra {
+
+/// The black ground under the lock windows: one window over all of the X screen, on a connection of
+/// its own, that holds keyboard and pointer. It stays when everything above it comes and goes. It
+/// needs no toolkit and is no window of the program. One thread only.
+class FloorWindow {
+ public:
+  /// What the X server reported since the last time.
+  struct News {
+    bool isDisturbed = false;  ///< a window came up or changed its place among the others
+    bool isRemoved = false;    ///< somebody unmapped or destroyed the shown floor
+    bool isConnectionLost = false;
+    std::vector<std::string> errors;
+  };
+
+  /// Connects and shows nothing yet. Throws LocalizedError if no X server can be reached.
+  FloorWindow();
+
+  /// On top of all windows, black everywhere when the call returns.
+  void show();
+  /// Gives up the input, and the focus to the window that had it before `show`.
+  void hide();
+  [[nodiscard]] bool isShown() const { return isShown_; }
+
+  /// Takes or renews both grabs; false while another program holds one of them. Never lets go of
+  /// one in between.
+  [[nodiscard]] bool holdInput();
+  /// Grabs the pointer in this connection's name from now on, so that its windows receive the
+  /// mouse.
+  void passPointerTo(xcb_connection_t& connection) { pointerConnection_ = &connection; }
+
+  /// Readable when there may be news; to be read after each other operation as well, since waiting
+  /// for an answer takes what has arrived off the descriptor.
+  [[nodiscard]] int fileDescriptor() const;
+  [[nodiscard]] News readNews();
+
+  [[nodiscard]] xcb_window_t id() const { return window_; }
+
+ private:
+  struct Disconnect {
+    void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
+  };
+
+  void createWindow();
+  void coverRoot();
+  void watchRoot(bool isWatched);
+  void waitForServer();
+  [[nodiscard]] bool hasCompositor();
+  void noteEvent(const xcb_generic_event_t& event, News& news);
+
+  std::unique_ptr<xcb_connection_t, Disconnect> connection_;
+  xcb_connection_t* pointerConnection_ = nullptr;
+  const xcb_screen_t* screen_ = nullptr;
+  xcb_atom_t compositorSelection_ = XCB_ATOM_NONE;
+  xcb_window_t window_ = XCB_WINDOW_NONE;
+  xcb_window_t previousFocus_ = XCB_WINDOW_NONE;
+  bool isShown_ = false;
+};
+
+}  // namespace lunevra
