@@ -1,0 +1,131 @@
+#include "platform/desktop/desktop_window.h"
+
+#include <exception>
+#include <utility>
+
+#include <QGuiApplication>
+#include <QPalette>
+
+#include "platform/desktop/quick_content.h"
+#include "platform/desktop/x11_connection.h"
+
+namespace lunevra {
+namespace {
+
+QRect toQRect(const Rect& rect) {
+  return QRectF(rect.x, rect.y, rect.width, rect.height).toRect();
+}
+
+QScreen* screenNamed(const std::string& name) {
+  for (auto* screen : QGuiApplication::screens())
+    if (screen->name().toStdString() == name) return screen;
+  return nullptr;
+}
+
+// Without it the server shows what was on the screen before until Qt has drawn its first frame.
+void setNativeBackground(xcb_window_t window, const QColor& color) {
+  const std::uint32_t pixel[] = {color.rgb() & 0xFFFFFFU};
+  xcb_change_window_attributes(qtConnection(), window, XCB_CW_BACK_PIXEL, pixel);
+}
+
+}  // namespace
+
+DesktopWindow::DesktopWindow(Owner& owner, RunLoop& runLoop, Log& log,
+                             const WindowDescription& description)
+    : owner_(owner),
+      runLoop_(runLoop),
+      log_(log),
+      frame_(description.contentRect),
+      screen_(description.screen ? screenNamed(description.screen->name) : nullptr),
+      canBecomeKey_(description.canBecomeKey) {}
+
+void DesktopWindow::setBackgroundColor(WindowColor color) {
+  color_ = color;
+  if (window_)
+    window_->setColor(color == WindowColor::black ? Qt::black : QPalette().window().color());
+}
+
+void DesktopWindow::setIgnoresMouseEvents(bool ignores) {
+  ignoresMouse_ = ignores;
+  if (window_) window_->setFlag(Qt::WindowTransparentForInput, ignores);
+}
+
+void DesktopWindow::setContentView(std::shared_ptr<WindowContent> content) {
+  content_ = std::move(content);
+  isContentAttached_ = false;
+  if (isVisible()) attachContentLater();
+}
+
+void DesktopWindow::setFrame(const Rect& frame, bool) {
+  frame_ = frame;
+  if (window_) window_->setGeometry(toQRect(frame));
+}
+
+void DesktopWindow::orderFrontRegardless() {
+  if (isClosed_) return;
+  if (!window_) createNativeWindow();
+  if (!window_->isVisible()) {
+    window_->show();
+    attachContentLater();
+  }
+  owner_.orderedFront(*this);
+}
+
+void DesktopWindow::createNativeWindow() {
+  window_ = std::make_unique<QQuickWindow>();
+  auto flags = Qt::Window | Qt::FramelessWindowHint;
+  if (level_ == WindowLevel::screenSaver) flags |= Qt::BypassWindowManagerHint;
+  window_->setFlags(flags);
+  setIgnoresMouseEvents(ignoresMouse_);
+  setBackgroundColor(color_);
+  if (screen_) window_->setScreen(screen_);
+  window_->setGeometry(toQRect(frame_));
+  window_->create();
+  setNativeBackground(nativeId(), window_->color());
+}
+
+void DesktopWindow::attachContentLater() {
+  runLoop_.async(lifetime_.guard([this] { attachContent(); }));
+}
+
+void DesktopWindow::attachContent() {
+  auto* const content = dynamic_cast<QuickContent*>(content_.get());
+  if (content == nullptr || isContentAttached_ || !isVisible()) return;
+  isContentAttached_ = true;
+  try {
+    content->attach(*window_);
+  } catch (const std::exception& error) {
+    // The cover matters more than what it shows: the window stays as black as it is.
+    log_.line(std::string("A window's content cannot be shown: ") + error.what());
+  }
+}
+
+void DesktopWindow::orderOut() {
+  if (window_) window_->hide();
+}
+
+void DesktopWindow::makeKeyWindow() {
+  if (!canBecomeKey_ || !isVisible()) return;
+  // Qt would ask with the time of its last event, which the server takes for an outdated wish.
+  xcb_set_input_focus(qtConnection(), XCB_INPUT_FOCUS_POINTER_ROOT, nativeId(), XCB_CURRENT_TIME);
+  xcb_flush(qtConnection());
+  owner_.becameKey(*this);
+}
+
+void DesktopWindow::close() {
+  if (std::exchange(isClosed_, true)) return;
+  content_.reset();
+  window_.reset();
+  owner_.closed(*this);  // may be the last to hold it
+}
+
+std::optional<std::string> DesktopWindow::screenName() const {
+  if (!screen_) return std::nullopt;
+  return screen_->name().toStdString();
+}
+
+std::uint32_t DesktopWindow::nativeId() const {
+  return static_cast<std::uint32_t>(window_->winId());
+}
+
+}  // namespace lunevra
