@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QtGui/qimage.h>
+#include <QtQuick/qquickitem.h>
+
+namespace lunevra {
+
+/// An item that is one picture: painted once, in the pixels of its screen, and then only moved,
+/// scaled and faded. The software scene graph draws no effects, so whatever glows or is filled with
+/// a gradient is such a picture.
+class ImageItem : public QQuickItem {
+  Q_OBJECT
+
+ public:
+  explicit ImageItem(QQuickItem* parent = nullptr);
+
+ protected:
+  /// Paints the picture for `imageRect`, `pixelRatio` pixels to the point.
+  [[nodiscard]] virtual QImage paintImage(double pixelRatio) const = 0;
+  /// Where the picture lies, in the item's coordinates; a glow may reach beyond the item.
+  [[nodiscard]] virtual QRectF imageRect() const;
+  /// The picture is out of date.
+  void invalidateImage();
+  /// A transparent picture that covers `imageRect`.
+  [[nodiscard]] QImage emptyImage(double pixelRatio) const;
+
+  QSGNode* updatePaintNode(QSGNode* node, UpdatePaintNodeData* data) override;
+  void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;
+  void itemChange(ItemChange change, const ItemChangeData& value) override;
+
+ private:
+  bool isOutOfDate_ = true;
+};
+
+}  // namespace lunevra

@@ -1,0 +1,140 @@
+import QtQuick
+
+// The screen of the night.
+Item {
+    id: view
+
+    required property LockScreenBridge bridge
+
+    // On a low display everything that is empty gives way in proportion, and no text does.
+    readonly property real content: header.height + clock.height + quotes.height + footer.height
+    readonly property real emptiness: 0.43 * height + breath.height - clock.height
+    readonly property real room: Math.max(0, Math.min(1, (height - content) / emptiness))
+
+    component Gap: Item {
+        required property real part
+
+        width: 1
+        height: Math.round(part * view.height * view.room)
+    }
+
+    BackdropItem {
+        anchors.fill: parent
+        edgeColor: "#0a0a12"
+        middleColor: "#0f0f1a"
+        glows: [
+            SoftGlow {
+                color: Shades.indigo
+                diameter: 200
+                blurRadius: 80
+                strength: 0.3
+                centre: Qt.point(0.15, 0.2)
+            },
+            SoftGlow {
+                color: Shades.violet
+                diameter: 180
+                blurRadius: 70
+                strength: 0.25
+                centre: Qt.point(0.85, 0.75)
+            }
+        ]
+    }
+
+    Column {
+        anchors.centerIn: parent
+
+        Gap { part: 0.08 }
+
+        Column {
+            id: header
+
+            anchors.horizontalCenter: parent.horizontalCenter
+            spacing: 6
+
+            SymbolItem {
+                anchors.horizontalCenter: parent.horizontalCenter
+                name: SymbolItem.MoonStars
+                size: 28
+                color: Shades.indigo
+                endColor: Shades.violet
+                shadowColor: Qt.alpha(Shades.indigo, 0.4)
+                shadowRadius: 8
+            }
+
+            ScreenText {
+                anchors.horizontalCenter: parent.horizontalCenter
+                text: "Lunevra"
+                design: TextItem.Rounded
+                size: 14
+                weight: TextItem.Medium
+                color: Qt.alpha("white", 0.6)
+            }
+        }
+
+        Gap { part: 0.06 }
+
+        Item {
+            anchors.horizontalCenter: parent.horizontalCenter
+            width: breath.width
+            height: Math.round(clock.height + (breath.height - clock.height) * view.room)
+
+            BreathingGlowItem {
+                id: breath
+
+                anchors.centerIn: parent
+                color: Shades.indigo
+                breathing: view.Window.visibility !== Window.Hidden
+            }
+
+            ClockView {
+                id: clock
+
+                anchors.centerIn: parent
+                bridge: view.bridge
+                availableWidth: view.width
+            }
+        }
+
+        Gap { part: 0.08 }
+
+        // Tall enough for the longest quotes, so that nothing moves when one replaces another.
+        Item {
+            id: quotes
+
+            anchors.horizontalCenter: parent.horizontalCenter
+            width: Math.max(even.width, odd.width)
+            height: Math.max(even.height, odd.height)
+
+            QuoteView {
+                id: even
+
+                anchors.centerIn: parent
+                opacity: view.bridge.showsOddQuote ? 0 : 1
+                availableWidth: view.width
+                quote: view.bridge.evenQuote
+                author: view.bridge.evenAuthor
+            }
+
+            QuoteView {
+                id: odd
+
+                anchors.centerIn: parent
+                opacity: view.bridge.showsOddQuote ? 1 : 0
+                availableWidth: view.width
+                quote: view.bridge.oddQuote
+                author: view.bridge.oddAuthor
+            }
+        }
+
+        Gap { part: 0.15 }
+
+        LockFooter {
+            id: footer
+
+            anchors.horizontalCenter: parent.horizontalCenter
+            bridge: view.bridge
+        }
+
+        Gap { part: 0.06 }
+    }
+}

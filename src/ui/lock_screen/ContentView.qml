@@ -1,0 +1,45 @@
+import QtQuick
+
+// What a lock window shows: a dark ground with drifting dots, and the screen of the phase on it.
+Item {
+    id: root
+
+    required property LockScreenBridge bridge
+
+    Loader {
+        anchors.fill: parent
+        active: ambient.opacity < 1  // the ambient screen covers it entirely
+        sourceComponent: Item {
+            BackdropItem {
+                anchors.fill: parent
+                edgeColor: "#0a0a0f"
+                middleColor: "#12121a"
+            }
+
+            ParticleItem {
+                anchors.fill: parent
+                opacity: 0.3
+                bridge: root.bridge
+                drifting: root.Window.visibility !== Window.Hidden
+            }
+        }
+    }
+
+    PhaseLayer {
+        anchors.fill: parent
+        shown: root.bridge.phase === LockScreenBridge.Countdown
+        sourceComponent: CountdownView {
+            countdownValue: root.bridge.countdownValue
+        }
+    }
+
+    PhaseLayer {
+        id: ambient
+
+        anchors.fill: parent
+        shown: root.bridge.phase === LockScreenBridge.Ambient
+        sourceComponent: AmbientView {
+            bridge: root.bridge
+        }
+    }
+}

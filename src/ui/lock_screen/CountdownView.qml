@@ -1,0 +1,124 @@
+import QtQuick
+
+// The seconds between bedtime and the lock.
+Item {
+    id: view
+
+    required property int countdownValue
+    readonly property real ringSize: Math.min(width, height) * 0.4
+    readonly property real numberSize: Math.min(0.18 * width, 120)
+    readonly property bool isLastSecond: countdownValue <= 1
+
+    component Gap: Item {
+        required property real part
+
+        width: 1
+        height: Math.round(part * view.height)
+    }
+
+    opacity: animator.opacity
+
+    CountdownAnimator {
+        id: animator
+
+        countdownValue: view.countdownValue
+    }
+
+    Column {
+        anchors.centerIn: parent
+
+        Gap { part: 0.1 }
+
+        Column {
+            anchors.horizontalCenter: parent.horizontalCenter
+            spacing: 10
+
+            SymbolItem {
+                anchors.horizontalCenter: parent.horizontalCenter
+                name: SymbolItem.MoonZzz
+                size: Math.min(0.05 * view.width, 36)
+                color: Shades.indigo
+                endColor: Shades.violet
+                diagonal: true
+            }
+
+            ScreenText {
+                anchors.horizontalCenter: parent.horizontalCenter
+                text: "Blocking screen in"
+                design: TextItem.Rounded
+                size: Math.min(0.03 * view.width, 22)
+                weight: TextItem.Light
+                color: Qt.alpha("white", 0.7)
+            }
+        }
+
+        Gap { part: 0.06 }
+
+        Item {
+            anchors.horizontalCenter: parent.horizontalCenter
+            width: Math.round(view.ringSize)
+            height: width
+
+            CountdownRingItem {
+                anchors.centerIn: parent
+                width: Math.ceil(view.ringSize * 1.04) * 2 - parent.width + 8
+                height: width
+                diameter: view.ringSize
+                progress: animator.ringProgress
+                pulseScale: animator.pulseScale
+            }
+
+            ScreenText {
+                anchors.centerIn: parent
+                text: view.countdownValue
+                design: TextItem.Rounded
+                size: view.numberSize
+                weight: TextItem.UltraLight
+                equalDigits: true
+                color: view.isLastSecond ? Shades.red : "white"
+                bottomColor: view.isLastSecond ? Shades.orange : Qt.alpha("white", 0.8)
+                shadowRadius: 20
+                shadowColor: view.isLastSecond ? Qt.alpha(Shades.red, 0.5) : "transparent"
+                scale: animator.numberScale
+            }
+        }
+
+        // Room for the breathing outline.
+        Gap { part: 0.06 }
+
+        Column {
+            anchors.horizontalCenter: parent.horizontalCenter
+            spacing: 14
+
+            Row {
+                anchors.horizontalCenter: parent.horizontalCenter
+                spacing: 9
+
+                SymbolItem {
+                    anchors.verticalCenter: parent.verticalCenter
+                    name: SymbolItem.Lock
+                    size: 15
+                    color: Qt.alpha("white", 0.85)
+                }
+
+                ScreenText {
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: "Locking until morning"
+                    size: 15
+                    weight: TextItem.Semibold
+                    color: Qt.alpha("white", 0.85)
+                }
+            }
+
+            ScreenText {
+                anchors.horizontalCenter: parent.horizontalCenter
+                text: "Only the trusted physical USB key can release the computer early"
+                size: 11
+                weight: TextItem.Light
+                color: Qt.alpha("white", 0.3)
+            }
+        }
+
+        Gap { part: 0.08 }
+    }
+}

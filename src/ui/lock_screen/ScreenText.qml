@@ -1,0 +1,7 @@
+import QtQuick
+
+// A text that assistive technology can read.
+TextItem {
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
+}

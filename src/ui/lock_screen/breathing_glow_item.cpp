@@ -1,0 +1,74 @@
+#include "ui/lock_screen/breathing_glow_item.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "ui/dither.h"
+#include "ui/lock_screen/ease_in_out.h"
+
+namespace lunevra {
+namespace {
+
+constexpr double breathSeconds = 4.0;  // in; as long again out
+constexpr double greatestScale = 1.08;
+constexpr int stepsOfBreath = 24;  // half a point of the edge each
+constexpr int tickMilliseconds = 85;
+
+constexpr double startRadius = 40.0;
+constexpr double endRadius = 150.0;
+constexpr double innerStrength = 0.2;
+constexpr double middleStrength = 0.08;
+
+double strengthAt(double radius) {
+  const double progress = std::clamp((radius - startRadius) / (endRadius - startRadius), 0.0, 1.0);
+  return progress < 0.5 ? std::lerp(innerStrength, middleStrength, 2.0 * progress)
+                        : std::lerp(middleStrength, 0.0, 2.0 * progress - 1.0);
+}
+
+}  // namespace
+
+BreathingGlowItem::BreathingGlowItem(QQuickItem* parent) : ImageItem(parent) {
+  setImplicitSize(2.0 * endRadius, 2.0 * endRadius);
+  timer_.setInterval(tickMilliseconds);
+  connect(&timer_, &QTimer::timeout, this, &BreathingGlowItem::step);
+  connect(this, &BreathingGlowItem::changed, this, &BreathingGlowItem::invalidateImage);
+}
+
+void BreathingGlowItem::setBreathing(bool isBreathing) {
+  if (timer_.isActive() == isBreathing) return;
+  if (isBreathing) {
+    elapsed_.start();
+    timer_.start();
+  } else {
+    timer_.stop();
+  }
+  emit breathingChanged();
+}
+
+void BreathingGlowItem::step() {
+  const double phase =
+      std::fmod(static_cast<double>(elapsed_.elapsed()) / 1000.0 / breathSeconds, 2.0);
+  const double progress = easeInOut(phase < 1.0 ? phase : 2.0 - phase);
+  const double stepped = std::round(progress * stepsOfBreath) / stepsOfBreath;
+  setScale(1.0 + (greatestScale - 1.0) * stepped);
+}
+
+QImage BreathingGlowItem::paintImage(double pixelRatio) const {
+  auto image = emptyImage(pixelRatio);
+  const double centre = endRadius * pixelRatio - 0.5;
+  for (int y = 0; y < image.height(); ++y) {
+    auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
+    for (int x = 0; x < image.width(); ++x) {
+      const double radius = std::hypot(x - centre, y - centre) / pixelRatio;
+      const auto alpha = static_cast<float>(strengthAt(radius));
+      if (alpha <= 0.0F) continue;
+      const float noise = ditherNoise(x, y);
+      line[x] =
+          qRgba(dithered(color_.redF() * alpha, noise), dithered(color_.greenF() * alpha, noise),
+                dithered(color_.blueF() * alpha, noise), dithered(alpha, noise));
+    }
+  }
+  return image;
+}
+
+}  // namespace lunevra
