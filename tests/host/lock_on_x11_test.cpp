@@ -55,7 +55,7 @@ class LockOnX11 : public testing::Test {
 
 TEST_F(LockOnX11, CoversEveryDisplayAndOpensWhenTheNightIsOver) {
   server_.plugIn("DUMMY1", "1280x720", "1024x0");
-  ASSERT_TRUE(screen_.showsDesktop());
+  ASSERT_FALSE(screen_.isCovered());
   latchNight(4s);
   const auto program = start();
   EXPECT_TRUE(getsLocked());

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -12,12 +11,9 @@ namespace lunevra::host_test {
 /// at what a person would see.
 class XProbe {
  public:
-  static constexpr std::uint32_t brightColor = 0xFF00FF;
-
   explicit XProbe(const std::string& display);
 
-  /// Whether any bright pixel is left on the whole screen, and whether all of it is dark.
-  [[nodiscard]] bool showsDesktop() const;
+  /// Nothing of the bright colour is left on the whole screen, and nearly all of it is dark.
   [[nodiscard]] bool isCovered() const;
   /// Whether a visible window has exactly that place.
   [[nodiscard]] bool hasWindowAt(int x, int y, int width, int height) const;
@@ -28,6 +24,7 @@ class XProbe {
   xcb_window_t openWindow(bool isOverrideRedirect) const;
   void raise(xcb_window_t window) const;
   void destroy(xcb_window_t window) const;
+
   /// True if this program gets the keyboard and the pointer; it then keeps them until `release`.
   [[nodiscard]] bool takesInput() const;
   void release() const;
@@ -39,16 +36,15 @@ class XProbe {
     xcb_window_t window;
     int x, y, width, height;
   };
-  [[nodiscard]] std::vector<Place> visibleWindows() const;
-  [[nodiscard]] std::vector<std::uint32_t> pixels() const;
-  [[nodiscard]] int grabKeyboard() const;
-  [[nodiscard]] int grabPointer() const;
-
   struct Disconnect {
     void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
   };
+  [[nodiscard]] std::vector<Place> visibleWindows() const;
+  [[nodiscard]] int grabKeyboard() const;
+  [[nodiscard]] int grabPointer() const;
+
   std::unique_ptr<xcb_connection_t, Disconnect> connection_;
-  const xcb_screen_t* screen_;
+  xcb_window_t root_;
 };
 
 }  // namespace lunevra::host_test

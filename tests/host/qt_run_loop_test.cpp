@@ -1,0 +1,88 @@
+#include "platform/desktop/qt_run_loop.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <thread>
+#include <vector>
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QEventLoop>
+
+namespace lunevra {
+namespace {
+
+using std::chrono_literals::operator""ms;
+
+class QtRunLoopTest : public testing::Test {
+ protected:
+  template <class Condition>
+  [[nodiscard]] bool runsUntil(Condition condition) const {
+    while (!condition() && clock_.elapsed() < 5000)
+      QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 100);
+    return condition();
+  }
+
+  int argumentCount_ = 0;
+  QCoreApplication application_{argumentCount_, nullptr};
+  QtRunLoop loop_;
+  QElapsedTimer clock_ = [] {
+    QElapsedTimer clock;
+    clock.start();
+    return clock;
+  }();
+};
+
+TEST_F(QtRunLoopTest, TimersWithinTheirTolerancesShareAWakeUp) {
+  std::vector<qint64> moments;
+  const auto note = [&] { moments.push_back(clock_.nsecsElapsed()); };
+  const auto patient = loop_.scheduleRepeating(60ms, 60ms, note);
+  const auto punctual = loop_.scheduleRepeating(100ms, 0ms, note);
+  ASSERT_TRUE(runsUntil([&] { return moments.size() >= 2; }));
+  EXPECT_GE(moments[0], 100'000'000) << "the patient one waits for the punctual one";
+  EXPECT_LT(moments[1] - moments[0], 5'000'000);
+}
+
+TEST_F(QtRunLoopTest, FiringTimesStayOnTheGridAndMissedOnesAreSkipped) {
+  std::vector<qint64> moments;
+  const auto timer = loop_.scheduleRepeating(40ms, 0ms, [&] {
+    moments.push_back(clock_.elapsed());
+    if (moments.size() == 1) std::this_thread::sleep_for(100ms);  // work that overruns two points
+  });
+  ASSERT_TRUE(runsUntil([&] { return moments.size() >= 2; }));
+  EXPECT_GE(moments[1], 160);
+}
+
+TEST_F(QtRunLoopTest, ATimerMayEndItselfAndOpenALoopInWhichOthersFire) {
+  int fired = 0;
+  bool hasNested = false;
+  Registration once = loop_.scheduleRepeating(10ms, 0ms, [&] {
+    ++fired;
+    once.reset();
+    loop_.after(10ms, [&] { hasNested = true; });
+    EXPECT_TRUE(runsUntil([&] { return hasNested; }));
+  });
+  ASSERT_TRUE(runsUntil([&] { return hasNested; }));
+  bool isOver = false;
+  loop_.after(50ms, [&] { isOver = true; });
+  ASSERT_TRUE(runsUntil([&] { return isOver; }));
+  EXPECT_EQ(fired, 1);
+}
+
+TEST_F(QtRunLoopTest, WorkFromOtherThreadsRunsInOrderOnTheMainOne) {
+  std::vector<int> order;
+  const auto main = std::this_thread::get_id();
+  std::thread([&] {
+    for (int i = 0; i < 100; ++i)
+      loop_.async([&, i] {
+        EXPECT_EQ(std::this_thread::get_id(), main);
+        order.push_back(i);
+      });
+  }).join();
+  EXPECT_TRUE(order.empty()) << "not before a later turn";
+  ASSERT_TRUE(runsUntil([&] { return order.size() == 100; }));
+  EXPECT_TRUE(std::is_sorted(order.begin(), order.end()));
+}
+
+}  // namespace
+}  // namespace lunevra
