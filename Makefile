@@ -3,7 +3,9 @@ BUILD := build
 JOBS ?= $(shell nproc)
 CTEST := ctest --output-on-failure
 
-.PHONY: all build setup test sanitize lint format rehearsal run install clean
+GALLERY := $(BUILD)/gallery
+
+.PHONY: all build setup test sanitize lint format rehearsal gallery run install clean
 
 all: build
 
@@ -30,6 +32,10 @@ format:
 
 rehearsal: build
 	@tools/rehearsal/rehearse.sh
+
+gallery: build
+	@$(BUILD)/bin/lunevra-gallery $(GALLERY)
+	@QT_SCALE_FACTOR=2 $(BUILD)/bin/lunevra-gallery $(GALLERY) 1920x1080
 
 run: build
 	@$(BUILD)/bin/lunevra

@@ -75,7 +75,7 @@ void TextShape::draw(QPainter& painter) const {
   if (style_.hasEqualDigits) {
     drawDigits(painter);
   } else {
-    flow(std::max(lineWidth_, 1.0), &painter);
+    static_cast<void>(flow(std::max(lineWidth_, 1.0), &painter));
   }
 }
 
