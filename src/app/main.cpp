@@ -10,14 +10,10 @@
 #include "platform/linux/single_instance.h"
 #include "platform/linux/stderr_log.h"
 #include "platform/localized_error.h"
+#include "ui/lock_screen/lock_screen_content.h"
 
 namespace lunevra {
 namespace {
-
-// Until the lock screen is there, a lock window shows its background.
-LockContentFactory lockContent() {
-  return [](ShutdownManager&) { return std::shared_ptr<WindowContent>(); };
-}
 
 int runApplication(char** arguments, const LinuxPaths& paths, FloorWindow& floor,
                    TerminationSignals& requests) {
@@ -28,7 +24,7 @@ int runApplication(char** arguments, const LinuxPaths& paths, FloorWindow& floor
   LinuxHost computer(paths, runLoop);
   const auto host = computer.host();
   DesktopHost desktop(floor, runLoop, host.log, host.notificationCenter);
-  Program program(host, desktop.desktop(), lockContent());
+  Program program(host, desktop.desktop(), lockScreenFactory(host, runLoop));
 
   auto& delegate = program.app().appDelegate();
   desktop.onResignActive = [&] { delegate.applicationDidResignActive(); };
