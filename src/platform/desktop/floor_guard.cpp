@@ -48,12 +48,15 @@ void FloorGuard::readNews() {
     return;
   }
   if (!floor_.isShown()) return;
-  if (news.isRemoved)
-    runLoop_.async(lifetime_.guard([this] {
-      if (floor_.isShown()) restore();
-      disturbed();
-    }));
+  // In a later turn: this may be the news that came while the floor was being put up.
+  if (news.isRemoved) runLoop_.async(lifetime_.guard([this] { restoreRemoved(); }));
   if (news.isDisturbed) disturbed();
+}
+
+void FloorGuard::restoreRemoved() {
+  if (!floor_.isShown()) return;
+  restore();
+  disturbed();
 }
 
 void FloorGuard::disturbed() {

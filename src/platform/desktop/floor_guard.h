@@ -34,6 +34,7 @@ class FloorGuard {
 
  private:
   void restore();
+  void restoreRemoved();
   void disturbed();
 
   FloorWindow& floor_;
