@@ -35,6 +35,8 @@ Instant evening(SimulatedHost& computer, int hour, int minute) {
 struct Computer {
   explicit Computer(std::uint64_t seed) {
     simulated.random.seed(seed);
+    simulated.log.setObserver(
+        [](const std::string& line) { std::fprintf(stderr, "%s\n", line.c_str()); });
     simulated.time.setWallClock(evening(simulated, 15, 0));
   }
   void configureKey() { simulated.keychain.setItem(Bytes(32, 0x5a)); }

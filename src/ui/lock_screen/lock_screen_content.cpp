@@ -36,8 +36,10 @@ void LockScreenContent::attach(QQuickWindow& window) {
   bridge_ = std::make_unique<LockScreenBridge>(host_, ticks_, shutdownManager_);
   QQmlComponent component(engine_.get(),
                           QUrl("qrc:/qt-project.org/imports/Lunevra/LockScreen/ContentView.qml"));
-  std::unique_ptr<QObject> object(
-      component.createWithInitialProperties({{"bridge", QVariant::fromValue(bridge_.get())}}));
+  std::unique_ptr<QObject> object;
+  if (component.isReady())
+    object.reset(
+        component.createWithInitialProperties({{"bridge", QVariant::fromValue(bridge_.get())}}));
   root_.reset(qobject_cast<QQuickItem*>(object.get()));
   if (!root_) {
     host_.log.line("Lunevra could not load the lock screen: " +
