@@ -94,11 +94,11 @@ TEST_F(LockOnX11, StaysInFrontOfWindowsThatRise) {
   ASSERT_TRUE(getsLocked());
   for (const bool isOverrideRedirect : {false, true}) {
     const auto rival = screen_.openWindow(isOverrideRedirect);
-    EXPECT_TRUE(eventually([&] { return screen_.isCovered(); }, 1s));
+    EXPECT_TRUE(eventually([&] { return screen_.isCovered(); }));
     screen_.raise(rival);
-    EXPECT_TRUE(eventually([&] { return screen_.isCovered(); }, 1s));
+    EXPECT_TRUE(eventually([&] { return screen_.isCovered(); }));
     for (int i = 0; i < 2000; ++i) screen_.raise(rival);
-    EXPECT_TRUE(eventually([&] { return screen_.isCovered(); }, 1s));
+    EXPECT_TRUE(eventually([&] { return screen_.isCovered(); }));
   }
   EXPECT_TRUE(isLocked());
 }
@@ -122,7 +122,7 @@ TEST_F(LockOnX11, WaitsBlackForInputThatAnotherProgramHolds) {
   const auto program = start();
   EXPECT_TRUE(eventually([&] { return screen_.isCovered(); }));
   screen_.release();
-  EXPECT_TRUE(eventually([&] { return screen_.isInputHeld(); }, 1s));
+  EXPECT_TRUE(eventually([&] { return screen_.isInputHeld(); }));
 }
 
 TEST_F(LockOnX11, RefusesToEndDuringTheNightAndComesBackWhenKilled) {
