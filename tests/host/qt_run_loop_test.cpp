@@ -40,17 +40,17 @@ TEST_F(QtRunLoopTest, TimersWithinTheirTolerancesShareAWakeUp) {
   const auto punctual = loop_.scheduleRepeating(100ms, 0ms, note);
   ASSERT_TRUE(runsUntil([&] { return moments.size() >= 2; }));
   EXPECT_GE(moments[0], 100'000'000) << "the patient one waits for the punctual one";
-  EXPECT_LT(moments[1] - moments[0], 5'000'000);
+  EXPECT_LT(moments[1] - moments[0], 20'000'000);
 }
 
-TEST_F(QtRunLoopTest, FiringTimesStayOnTheGridAndMissedOnesAreSkipped) {
+TEST_F(QtRunLoopTest, MissedFiringTimesAreMadeUpForOnceAndTheGridIsKept) {
   std::vector<qint64> moments;
   const auto timer = loop_.scheduleRepeating(40ms, 0ms, [&] {
     moments.push_back(clock_.elapsed());
     if (moments.size() == 1) std::this_thread::sleep_for(100ms);  // work that overruns two points
   });
-  ASSERT_TRUE(runsUntil([&] { return moments.size() >= 2; }));
-  EXPECT_GE(moments[1], 160);
+  ASSERT_TRUE(runsUntil([&] { return moments.size() >= 3; }));
+  EXPECT_GE(moments[2], 160) << "one at once for both, the next on the grid";
 }
 
 TEST_F(QtRunLoopTest, ATimerMayEndItselfAndOpenALoopInWhichOthersFire) {
