@@ -1,4 +1,5 @@
 import QtQuick
+import Lunevra.LockScreen
 
 // The screen of the night.
 Item {

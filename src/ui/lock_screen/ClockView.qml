@@ -1,4 +1,5 @@
 import QtQuick
+import Lunevra.LockScreen
 
 // The time, what it is time for, and the commitment if there is one.
 Column {

@@ -1,4 +1,5 @@
 import QtQuick
+import Lunevra.LockScreen
 
 // What a lock window shows: a dark ground with drifting dots, and the screen of the phase on it.
 Item {

@@ -1,4 +1,5 @@
 import QtQuick
+import Lunevra.LockScreen
 
 // The seconds between bedtime and the lock.
 Item {

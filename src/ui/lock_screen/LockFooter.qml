@@ -1,4 +1,5 @@
 import QtQuick
+import Lunevra.LockScreen
 
 // Until when the lock holds, and whether anything can end it before.
 Column {

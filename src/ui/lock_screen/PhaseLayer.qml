@@ -1,4 +1,5 @@
 import QtQuick
+import Lunevra.LockScreen
 
 // The screen of one phase: fades in and out, and exists only while something of it can be seen.
 Loader {

@@ -1,4 +1,5 @@
 import QtQuick
+import Lunevra.LockScreen
 
 // A quote and whose it is.
 Column {

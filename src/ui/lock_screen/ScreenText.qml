@@ -1,4 +1,5 @@
 import QtQuick
+import Lunevra.LockScreen
 
 // A text that assistive technology can read.
 TextItem {

@@ -1,5 +1,5 @@
 pragma Singleton
-import QtQml
+import QtQuick
 
 // The colours that several views share.
 QtObject {
