@@ -90,7 +90,7 @@ QPainterPath sleepingZ(const Pen& pen, double left, double top, double width) {
   line.lineTo(pen.point(left + width, top));
   line.lineTo(pen.point(left, top + height));
   line.lineTo(pen.point(left + width, top + height));
-  return stroked(line, 0.8 * pen.stroke(), Qt::RoundCap);
+  return stroked(line, 0.75 * pen.stroke(), Qt::RoundCap);
 }
 
 QPainterPath lock(const Pen& pen) {
@@ -148,8 +148,8 @@ QPainterPath symbolPath(Symbol symbol, double textSize, double pixelRatio) {
           .united(star(pen, 20.6, 12.6, 2.6));
     case Symbol::moonZzz:
       return crescent(pen, 10.4, 13.6, 9.2)
-          .united(sleepingZ(pen, 12.0, 9.4, 4.2))
-          .united(sleepingZ(pen, 17.2, 2.4, 5.4));
+          .united(sleepingZ(pen, 13.6, 9.6, 3.4))
+          .united(sleepingZ(pen, 17.8, 2.0, 4.8));
     case Symbol::lock:
       return lock(pen);
     case Symbol::externalDrive:

@@ -20,7 +20,8 @@ QStringList familiesFor(TypeDesign design, QFont::Weight weight) {
       if (weight <= QFont::Light) return {"Quicksand Light", "Quicksand", "Inter", "Noto Sans"};
       return {"Quicksand Medium", "Quicksand", "Inter", "Noto Sans"};
     case TypeDesign::serif:
-      return {"EB Garamond", "Noto Serif", "P052", "DejaVu Serif"};
+      // The cut for text size; the family alone may give the one for captions, which is heavier.
+      return {"EB Garamond 12", "EB Garamond", "Noto Serif", "P052", "DejaVu Serif"};
   }
   return {};
 }

@@ -24,7 +24,7 @@ namespace {
 using namespace lunevra;
 using std::chrono_literals::operator""s;
 
-constexpr int settlingMilliseconds = 1300;  // longer than every fade and spring
+constexpr int settlingMilliseconds = 2500;  // longer than every fade and spring
 
 Instant evening(SimulatedHost& computer, int hour, int minute) {
   return *computer.calendar.instant(

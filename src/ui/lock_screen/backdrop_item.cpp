@@ -65,9 +65,9 @@ class Canvas {
     const int first = std::max(0, static_cast<int>(std::ceil(light.x - half)));
     const int last = std::min(width_ - 1, static_cast<int>(std::floor(light.x + half)));
     for (int x = first; x <= last; ++x) {
-      const double distance = std::hypot(x - light.x, dy);
+      const double distance = std::sqrt((x - light.x) * (x - light.x) + dy * dy);
       const auto index = static_cast<std::size_t>(distance);
-      const double part = distance - std::floor(distance);
+      const double part = distance - static_cast<double>(index);
       const double bright = light.profile[index] * (1.0 - part) + light.profile[index + 1] * part;
       const float alpha = static_cast<float>(bright) * light.strength;
       auto& pixel = row_[static_cast<std::size_t>(x)];
@@ -80,7 +80,7 @@ class Canvas {
     auto* line = reinterpret_cast<QRgb*>(image_.scanLine(y));
     for (int x = 0; x < width_; ++x) {
       const auto& pixel = row_[static_cast<std::size_t>(x)];
-      const float noise = ditherNoise(x, y);
+      const float noise = noise_(x, y);
       line[x] =
           qRgb(dithered(pixel[0], noise), dithered(pixel[1], noise), dithered(pixel[2], noise));
     }
@@ -90,6 +90,7 @@ class Canvas {
   int height_;
   std::vector<Rgb> row_;
   QImage image_;
+  DitherNoise noise_;
 };
 
 }  // namespace

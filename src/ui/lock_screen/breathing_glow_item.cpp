@@ -55,6 +55,7 @@ void BreathingGlowItem::step() {
 
 QImage BreathingGlowItem::paintImage(double pixelRatio) const {
   auto image = emptyImage(pixelRatio);
+  const DitherNoise ditherNoise;
   const double centre = endRadius * pixelRatio - 0.5;
   for (int y = 0; y < image.height(); ++y) {
     auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
