@@ -48,7 +48,6 @@ void TextShape::measureLines() {
     lineWidth_ = wideEnough;
   }
   const auto size = flow(lineWidth_, nullptr);
-  lineWidth_ = std::ceil(size.width());
   size_ = QSize(qCeil(size.width()), qCeil(size.height()));
 }
 
@@ -75,7 +74,9 @@ void TextShape::draw(QPainter& painter) const {
   if (style_.hasEqualDigits) {
     drawDigits(painter);
   } else {
-    static_cast<void>(flow(std::max(lineWidth_, 1.0), &painter));
+    // Set to the measure that was found: a tighter one might wrap once more.
+    painter.translate((size_.width() - lineWidth_) / 2.0, 0.0);
+    static_cast<void>(flow(lineWidth_, &painter));
   }
 }
 

@@ -24,7 +24,7 @@ namespace {
 using namespace lunevra;
 using std::chrono_literals::operator""s;
 
-constexpr int settlingMilliseconds = 2500;  // longer than every fade and spring
+constexpr int settlingMilliseconds = 1500;  // longer than every fade and spring
 
 Instant evening(SimulatedHost& computer, int hour, int minute) {
   return *computer.calendar.instant(
@@ -53,63 +53,54 @@ struct Computer {
   ShutdownManager engine{simulated.host(), store, keyManager, firewall};
 };
 
-/// One window a size, all showing the same engine.
-class Wall {
+/// A display of this size with the engine's lock screen on it.
+class Display {
  public:
-  Wall(Computer& computer, const std::vector<QSize>& sizes) {
-    const auto factory = lockScreenFactory(computer.simulated.host(), computer.simulated.time);
-    for (const auto& size : sizes) {
-      auto& picture = pictures_.emplace_back();
-      picture.window = std::make_unique<QQuickWindow>();
-      picture.window->resize(size);
-      picture.window->show();
-      picture.content = factory(computer.engine);
-      std::static_pointer_cast<QuickContent>(picture.content)->attach(*picture.window);
-    }
+  Display(Computer& computer, QSize size)
+      : content_(lockScreenFactory(computer.simulated.host(),
+                                   computer.simulated.time)(computer.engine)) {
+    window_.resize(size);
+    window_.show();
+    std::static_pointer_cast<QuickContent>(content_)->attach(window_);
   }
 
   void photograph(const QDir& folder, const QString& name) {
     QEventLoop settling;
     QTimer::singleShot(settlingMilliseconds, &settling, &QEventLoop::quit);
     settling.exec();
-    for (const auto& picture : pictures_) {
-      const auto image = picture.window->grabWindow();
-      const auto file =
-          QStringLiteral("%1x%2-%3.png").arg(image.width()).arg(image.height()).arg(name);
-      if (!image.save(folder.filePath(file)))
-        std::fprintf(stderr, "could not write %s\n", qPrintable(folder.filePath(file)));
-    }
+    const auto image = window_.grabWindow();
+    const auto file =
+        QStringLiteral("%1x%2-%3.png").arg(image.width()).arg(image.height()).arg(name);
+    if (!image.save(folder.filePath(file)))
+      std::fprintf(stderr, "could not write %s\n", qPrintable(folder.filePath(file)));
   }
 
  private:
-  struct Picture {
-    std::unique_ptr<QQuickWindow> window;
-    std::shared_ptr<WindowContent> content;  // goes before its window
-  };
-  std::vector<Picture> pictures_;
+  QQuickWindow window_;
+  std::shared_ptr<WindowContent> content_;  // goes before its window
 };
 
-void photographNight(const QDir& folder, const std::vector<QSize>& sizes) {
+void photographNight(const QDir& folder, QSize size) {
   Computer computer(7);
   computer.configureKey();
-  Wall wall(computer, sizes);
-  wall.photograph(folder, "1-idle");
+  Display display(computer, size);
+  display.photograph(folder, "1-idle");
   computer.beginNight();
   for (int left = 3; left >= 1; --left) {
-    wall.photograph(folder, QStringLiteral("2-countdown-%1").arg(left));
+    display.photograph(folder, QStringLiteral("2-countdown-%1").arg(left));
     computer.simulated.time.pass(1s);
   }
-  wall.photograph(folder, "3-blocking-key");
+  display.photograph(folder, "3-blocking-key");
 }
 
-void photographBlocking(const QDir& folder, const std::vector<QSize>& sizes, bool isCommitted) {
+void photographBlocking(const QDir& folder, QSize size, bool isCommitted) {
   Computer computer(isCommitted ? 21 : 4);
   if (isCommitted)
     computer.engine.activateCommitmentLock(evening(computer.simulated, 15, 0) + TimeInterval{2e5});
   computer.beginNight();
   computer.simulated.time.pass(3s);
-  Wall wall(computer, sizes);
-  wall.photograph(folder, isCommitted ? "5-blocking-commitment" : "4-blocking-no-key");
+  Display display(computer, size);
+  display.photograph(folder, isCommitted ? "5-blocking-commitment" : "4-blocking-no-key");
 }
 
 std::vector<QSize> sizesFrom(const QStringList& arguments) {
@@ -135,9 +126,10 @@ int main(int argc, char** argv) {
   }
   const QDir folder(arguments.at(1));
   folder.mkpath(".");
-  const auto sizes = sizesFrom(arguments.mid(2));
-  photographNight(folder, sizes);
-  photographBlocking(folder, sizes, false);
-  photographBlocking(folder, sizes, true);
+  for (const auto& size : sizesFrom(arguments.mid(2))) {
+    photographNight(folder, size);
+    photographBlocking(folder, size, false);
+    photographBlocking(folder, size, true);
+  }
   return 0;
 }

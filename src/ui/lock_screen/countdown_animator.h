@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <optional>
 
 #include <QtCore/qelapsedtimer.h>
@@ -28,8 +29,8 @@ class CountdownAnimator : public QObject {
   [[nodiscard]] qlonglong countdownValue() const { return countdownValue_.value_or(0); }
   /// The first value only sets the scene; every further one moves it.
   void setCountdownValue(qlonglong value);
-  [[nodiscard]] qreal numberScale() const { return motion_.scale(); }
-  [[nodiscard]] qreal opacity() const { return motion_.opacity(); }
+  [[nodiscard]] qreal numberScale() const { return visibly(motion_.scale()); }
+  [[nodiscard]] qreal opacity() const { return visibly(motion_.opacity()); }
   [[nodiscard]] qreal ringProgress() const { return motion_.ringProgress(); }
   [[nodiscard]] qreal pulseScale() const { return motion_.pulseScale(); }
 
@@ -38,6 +39,8 @@ class CountdownAnimator : public QObject {
   void advanced();
 
  private:
+  /// A spring comes to rest without end; what cannot be seen of it need not be drawn.
+  [[nodiscard]] static qreal visibly(double value) { return std::round(value * 500.0) / 500.0; }
   [[nodiscard]] TimeInterval now() const;
   void advance();
 
