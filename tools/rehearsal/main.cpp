@@ -1,5 +1,6 @@
 #include <iostream>
 
+#include "platform/localized_error.h"
 #include "rehearsal/command_line.h"
 #include "rehearsal/script.h"
 
@@ -13,6 +14,7 @@ namespace {
 
 constexpr int expectationFailed = 1;
 constexpr int malformed = 2;
+constexpr int cannotShow = 3;
 
 Tally playInMemory(const std::vector<Script>& scripts) {
   Tally tally;
@@ -47,5 +49,8 @@ int main(int argc, char** argv) {
   } catch (const MalformedScript& error) {
     std::cerr << error.what() << '\n';
     return malformed;
+  } catch (const lunevra::LocalizedError& error) {
+    std::cerr << error.localizedDescription() << '\n';
+    return cannotShow;
   }
 }

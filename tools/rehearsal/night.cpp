@@ -103,6 +103,7 @@ void Night::kill() {
 void Night::end() {
   transcript_.end();
   program_.reset();
+  stage_->endProcess();
   computer_.time.dropProcess();
 }
 

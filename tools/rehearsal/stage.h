@@ -14,6 +14,8 @@ class Stage {
   [[nodiscard]] virtual LockContentFactory lockContent() = 0;
   /// A process begins: its windows are those that a program has at start.
   virtual void beginProcess() = 0;
+  /// ... and is gone, with its windows and whatever it held of the session.
+  virtual void endProcess() = 0;
   /// Lets virtual time pass, at the stage's own speed.
   virtual void pass(SimulatedTime::Duration duration) = 0;
   /// The engine's phase, each time the night looks at it.
@@ -30,6 +32,7 @@ class MemoryStage final : public Stage {
     return [](ShutdownManager&) { return nullptr; };
   }
   void beginProcess() override { host_.application.beginProcess(); }
+  void endProcess() override {}
   void pass(SimulatedTime::Duration duration) override { host_.time.pass(duration); }
   void phaseIs(BlockingState /*state*/) override {}
 
