@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QtGui/qimage.h>
+#include <QtQml/qqmlregistration.h>
 #include <QtQuick/qquickitem.h>
 
 namespace lunevra {
@@ -10,6 +11,7 @@ namespace lunevra {
 /// a gradient is such a picture.
 class ImageItem : public QQuickItem {
   Q_OBJECT
+  QML_ANONYMOUS
 
  public:
   explicit ImageItem(QQuickItem* parent = nullptr);

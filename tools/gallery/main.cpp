@@ -33,11 +33,12 @@ Instant evening(SimulatedHost& computer, int hour, int minute) {
 
 /// The engine on its computer, from the afternoon on.
 struct Computer {
-  explicit Computer(std::uint64_t seed) {
-    simulated.random.seed(seed);
+  explicit Computer(std::uint64_t seed) { simulated.random.seed(seed); }
+  bool setAfternoon() {
     simulated.log.setObserver(
         [](const std::string& line) { std::fprintf(stderr, "%s\n", line.c_str()); });
     simulated.time.setWallClock(evening(simulated, 15, 0));
+    return true;
   }
   void configureKey() { simulated.keychain.setItem(Bytes(32, 0x5a)); }
   void beginNight() {
@@ -47,6 +48,7 @@ struct Computer {
   }
 
   SimulatedHost simulated;
+  bool isAfternoon = setAfternoon();  // before the engine first looks at the clock
   SyncedStore store{simulated.host()};
   PhysicalKeyManager keyManager{simulated.host()};
   FirewallHelperClient firewall{simulated.host()};

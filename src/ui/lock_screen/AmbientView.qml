@@ -104,7 +104,7 @@ Item {
 
             anchors.horizontalCenter: parent.horizontalCenter
             width: Math.max(even.width, odd.width)
-            height: Math.max(even.height, odd.height)
+            height: Math.max(even.height, odd.height, even.usualHeight)
 
             QuoteView {
                 id: even

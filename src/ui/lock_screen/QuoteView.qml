@@ -8,10 +8,14 @@ Column {
     required property string quote
     required property string author
     required property real availableWidth
+    // With the two lines that every quote but a few fits in.
+    readonly property real usualHeight: Math.ceil(2 * words.lineHeight + words.lineSpacing) + spacing + source.height
 
     spacing: 12
 
     ScreenText {
+        id: words
+
         anchors.horizontalCenter: parent.horizontalCenter
         text: view.quote
         design: TextItem.Serif
@@ -23,6 +27,8 @@ Column {
     }
 
     ScreenText {
+        id: source
+
         anchors.horizontalCenter: parent.horizontalCenter
         text: view.author
         design: TextItem.Serif
