@@ -5,7 +5,7 @@ CTEST := ctest --output-on-failure
 
 GALLERY := $(BUILD)/gallery
 
-.PHONY: all build setup test sanitize lint format rehearsal gallery run install clean
+.PHONY: all build setup test sanitize lint format rehearsal gallery bench run install clean
 
 all: build
 
@@ -36,6 +36,11 @@ rehearsal: build
 gallery: build
 	@$(BUILD)/bin/lunevra-gallery $(GALLERY)
 	@QT_SCALE_FACTOR=2 $(BUILD)/bin/lunevra-gallery $(GALLERY) 1920x1080
+
+bench: build
+	@mkdir -p $(BUILD)/bench
+	@$(BUILD)/bin/lunevra_bench --benchmark_repetitions=5 --benchmark_report_aggregates_only=true \
+	  --benchmark_out=$(BUILD)/bench/logic.json
 
 run: build
 	@$(BUILD)/bin/lunevra

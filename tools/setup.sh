@@ -12,6 +12,7 @@ libxcb1-dev nlohmann-json3-dev uuid-dev
 qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript qml6-module-qtquick
 qml6-module-qtquick-shapes qml6-module-qtquick-window qt6-base-dev qt6-declarative-dev
 qt6-declarative-dev-tools
+fonts-ebgaramond fonts-inter fonts-quicksand
 "
 
 missing=""

@@ -55,7 +55,7 @@ bool DesktopHost::QuitFilter::eventFilter(QObject* receiver, QEvent* event) {
 }
 
 bool DesktopHost::acceptsTermination() const {
-  return !onTerminateRequest || onTerminateRequest();
+  return onTerminateRequest && onTerminateRequest();
 }
 
 void DesktopHost::endForLostDisplay() {

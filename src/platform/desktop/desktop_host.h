@@ -31,7 +31,7 @@ class DesktopHost {
   void handleSignals(TerminationSignals& requests);
 
   std::function<void()> onResignActive;
-  /// Whether to quit; without an answer the program quits.
+  /// Whether to quit; without an answer the program goes on.
   std::function<bool()> onTerminateRequest;
 
  private:

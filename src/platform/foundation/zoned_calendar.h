@@ -13,6 +13,8 @@ class ZonedCalendar : public Calendar {
   /// Throws LocalizedError if the time-zone database does not know the name.
   explicit ZonedCalendar(const std::string& zoneName);
   ~ZonedCalendar() override;
+  ZonedCalendar(const ZonedCalendar&) = delete;
+  ZonedCalendar& operator=(const ZonedCalendar&) = delete;
 
   [[nodiscard]] std::optional<DateComponents> components(Instant instant) const override;
   [[nodiscard]] std::optional<Instant> instant(const DateComponents& components) const override;

@@ -36,6 +36,7 @@ class DefaultsFile {
  public:
   /// Opens the file, or makes it in an existing folder; one on a read-only disk can still be read.
   explicit DefaultsFile(const std::filesystem::path& path);
+  ~DefaultsFile() = default;
   DefaultsFile(const DefaultsFile&) = delete;
   DefaultsFile& operator=(const DefaultsFile&) = delete;
 

@@ -18,6 +18,7 @@ class LinuxHost {
  public:
   /// The run loop outlives the host.
   LinuxHost(const LinuxPaths& paths, RunLoop& runLoop);
+  ~LinuxHost() = default;
   LinuxHost(const LinuxHost&) = delete;
   LinuxHost& operator=(const LinuxHost&) = delete;
 

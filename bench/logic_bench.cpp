@@ -1,0 +1,68 @@
+#include <benchmark/benchmark.h>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+#include "app/program.h"
+#include "platform/linux/linux_user_defaults_domains.h"
+#include "platform/simulated/simulated_host.h"
+#include "store/settings_keys.h"
+
+namespace lunevra {
+namespace {
+
+// The program by day, on a simulated computer.
+class Daytime {
+ public:
+  Daytime() {
+    computer_.time.setWallClock(Instant{1795348800.0});
+    computer_.displays.set("Built-in", {0, 0, 1440, 900});
+    computer_.application.beginProcess();
+    program_.app().launch();
+    program_.app().windowGroupContentAppeared();
+    computer_.time.drainMainQueue();
+  }
+
+  ShutdownManager& engine() { return program_.app().shutdownManager(); }
+  SimulatedTime& time() { return computer_.time; }
+
+ private:
+  SimulatedHost computer_;
+  Program program_{computer_.host(), computer_.desktop(), [](ShutdownManager&) { return nullptr; }};
+};
+
+void evaluateSchedule(benchmark::State& state) {
+  Daytime daytime;
+  for ([[maybe_unused]] auto _ : state) daytime.engine().evaluateSchedule();
+}
+BENCHMARK(evaluateSchedule);
+
+void pollPhysicalKeyWithoutFingerprint(benchmark::State& state) {
+  Daytime daytime;
+  for ([[maybe_unused]] auto _ : state) daytime.engine().pollPhysicalKey();
+}
+BENCHMARK(pollPhysicalKeyWithoutFingerprint);
+
+void oneDayAndNight(benchmark::State& state) {
+  Daytime daytime;
+  for ([[maybe_unused]] auto _ : state) daytime.time().pass(std::chrono::hours{24});
+}
+BENCHMARK(oneDayAndNight)->Unit(benchmark::kMillisecond);
+
+void readFromSqlite(benchmark::State& state) {
+  std::string folder = std::filesystem::temp_directory_path() / "lunevra-bench-XXXXXX";
+  if (::mkdtemp(folder.data()) == nullptr) return state.SkipWithError("no temporary folder");
+  {
+    MemoryLog log;
+    LinuxUserDefaultsDomains domains(folder, log);
+    auto& standard = domains.standard();
+    standard.set(settings_key::wakeHour, std::int64_t{6});
+    for ([[maybe_unused]] auto _ : state)
+      benchmark::DoNotOptimize(standard.integer(settings_key::wakeHour));
+  }
+  std::filesystem::remove_all(folder);
+}
+BENCHMARK(readFromSqlite);
+
+}  // namespace
+}  // namespace lunevra
