@@ -8,7 +8,7 @@ namespace lunevra {
 
 /// An item that is one picture: painted once, in the pixels of its screen, and then only moved,
 /// scaled and faded. The software scene graph draws no effects, so whatever glows or is filled with
-/// a gradient is such a picture.
+/// a gradient is such a picture. QML finds the base of a derived item only by its full name.
 class ImageItem : public QQuickItem {
   Q_OBJECT
   QML_ANONYMOUS

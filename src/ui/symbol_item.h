@@ -9,7 +9,7 @@ namespace lunevra {
 
 /// One of the program's symbols, filled with a colour or with a gradient, from top to bottom or
 /// along the diagonal, with a soft shadow around.
-class SymbolItem : public ImageItem {
+class SymbolItem : public lunevra::ImageItem {
   Q_OBJECT
   QML_ELEMENT
   Q_PROPERTY(Name name MEMBER name_ NOTIFY changed REQUIRED)

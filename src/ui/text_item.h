@@ -11,7 +11,7 @@
 namespace lunevra {
 
 /// A text, filled with a colour or from top to bottom with a gradient, with a soft shadow around.
-class TextItem : public ImageItem {
+class TextItem : public lunevra::ImageItem {
   Q_OBJECT
   QML_ELEMENT
   Q_PROPERTY(QString text MEMBER text_ WRITE setText NOTIFY textChanged)

@@ -12,13 +12,6 @@ Item {
     readonly property real emptiness: 0.43 * height + breath.height - clock.height
     readonly property real room: Math.max(0, Math.min(1, (height - content) / emptiness))
 
-    component Gap: Item {
-        required property real part
-
-        width: 1
-        height: Math.round(part * view.height * view.room)
-    }
-
     BackdropItem {
         anchors.fill: parent
         edgeColor: "#0a0a12"
@@ -44,7 +37,7 @@ Item {
     Column {
         anchors.centerIn: parent
 
-        Gap { part: 0.08 }
+        Item { width: 1; height: Math.round(0.08 * view.height * view.room) }
 
         Column {
             id: header
@@ -72,7 +65,7 @@ Item {
             }
         }
 
-        Gap { part: 0.06 }
+        Item { width: 1; height: Math.round(0.06 * view.height * view.room) }
 
         Item {
             anchors.horizontalCenter: parent.horizontalCenter
@@ -96,7 +89,7 @@ Item {
             }
         }
 
-        Gap { part: 0.08 }
+        Item { width: 1; height: Math.round(0.08 * view.height * view.room) }
 
         // Tall enough for the longest quotes, so that nothing moves when one replaces another.
         Item {
@@ -127,7 +120,7 @@ Item {
             }
         }
 
-        Gap { part: 0.15 }
+        Item { width: 1; height: Math.round(0.15 * view.height * view.room) }
 
         LockFooter {
             id: footer
@@ -136,6 +129,6 @@ Item {
             bridge: view.bridge
         }
 
-        Gap { part: 0.06 }
+        Item { width: 1; height: Math.round(0.06 * view.height * view.room) }
     }
 }

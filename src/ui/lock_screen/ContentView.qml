@@ -1,6 +1,9 @@
 import QtQuick
 import Lunevra.LockScreen
 
+// Before Qt 6.5 nothing binds a component to the file that it stands in.
+// qmllint disable unqualified
+
 // What a lock window shows: a dark ground with drifting dots, and the screen of the phase on it.
 Item {
     id: root

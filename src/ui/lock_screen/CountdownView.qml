@@ -10,13 +10,6 @@ Item {
     readonly property real numberSize: Math.min(0.18 * width, 120)
     readonly property bool isLastSecond: countdownValue <= 1
 
-    component Gap: Item {
-        required property real part
-
-        width: 1
-        height: Math.round(part * view.height)
-    }
-
     opacity: animator.opacity
 
     CountdownAnimator {
@@ -28,7 +21,7 @@ Item {
     Column {
         anchors.centerIn: parent
 
-        Gap { part: 0.1 }
+        Item { width: 1; height: Math.round(0.1 * view.height) }
 
         Column {
             anchors.horizontalCenter: parent.horizontalCenter
@@ -53,7 +46,7 @@ Item {
             }
         }
 
-        Gap { part: 0.06 }
+        Item { width: 1; height: Math.round(0.06 * view.height) }
 
         Item {
             anchors.horizontalCenter: parent.horizontalCenter
@@ -85,7 +78,7 @@ Item {
         }
 
         // Room for the breathing outline.
-        Gap { part: 0.06 }
+        Item { width: 1; height: Math.round(0.06 * view.height) }
 
         Column {
             anchors.horizontalCenter: parent.horizontalCenter
@@ -120,6 +113,6 @@ Item {
             }
         }
 
-        Gap { part: 0.08 }
+        Item { width: 1; height: Math.round(0.08 * view.height) }
     }
 }

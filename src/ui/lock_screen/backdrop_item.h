@@ -34,7 +34,7 @@ class SoftGlow : public QObject {
 
 /// The opaque ground of a screen: a gradient along the diagonal, from one colour to another and
 /// back, and the glows on it, in one picture.
-class BackdropItem : public ImageItem {
+class BackdropItem : public lunevra::ImageItem {
   Q_OBJECT
   QML_ELEMENT
   Q_PROPERTY(QColor edgeColor MEMBER edgeColor_ NOTIFY changed)

@@ -15,7 +15,7 @@ CountdownAnimator::CountdownAnimator(QObject* parent) : QObject(parent) {
   frames_.start();
 }
 
-void CountdownAnimator::setCountdownValue(qlonglong value) {
+void CountdownAnimator::setCountdownValue(int value) {
   if (countdownValue_ == value) return;
   if (countdownValue_) motion_.valueChanged(value, now());
   countdownValue_ = value;

@@ -16,8 +16,8 @@ namespace lunevra {
 class CountdownAnimator : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  Q_PROPERTY(qlonglong countdownValue READ countdownValue WRITE setCountdownValue NOTIFY
-                 countdownValueChanged)
+  Q_PROPERTY(
+      int countdownValue READ countdownValue WRITE setCountdownValue NOTIFY countdownValueChanged)
   Q_PROPERTY(qreal numberScale READ numberScale NOTIFY advanced)
   Q_PROPERTY(qreal opacity READ opacity NOTIFY advanced)
   Q_PROPERTY(qreal ringProgress READ ringProgress NOTIFY advanced)
@@ -26,9 +26,9 @@ class CountdownAnimator : public QObject {
  public:
   explicit CountdownAnimator(QObject* parent = nullptr);
 
-  [[nodiscard]] qlonglong countdownValue() const { return countdownValue_.value_or(0); }
+  [[nodiscard]] int countdownValue() const { return countdownValue_.value_or(0); }
   /// The first value only sets the scene; every further one moves it.
-  void setCountdownValue(qlonglong value);
+  void setCountdownValue(int value);
   [[nodiscard]] qreal numberScale() const { return visibly(motion_.scale()); }
   [[nodiscard]] qreal opacity() const { return visibly(motion_.opacity()); }
   [[nodiscard]] qreal ringProgress() const { return motion_.ringProgress(); }
@@ -44,7 +44,7 @@ class CountdownAnimator : public QObject {
   [[nodiscard]] TimeInterval now() const;
   void advance();
 
-  std::optional<qlonglong> countdownValue_;
+  std::optional<int> countdownValue_;
   QElapsedTimer elapsed_;
   QTimer frames_;
   CountdownMotion motion_{TimeInterval{0.0}};

@@ -18,7 +18,7 @@ class LockScreenBridge : public QObject {
   QML_ELEMENT
   QML_UNCREATABLE("made for its window")
   Q_PROPERTY(Phase phase READ phase NOTIFY changed)
-  Q_PROPERTY(qlonglong countdownValue READ countdownValue NOTIFY changed)
+  Q_PROPERTY(int countdownValue READ countdownValue NOTIFY changed)
   Q_PROPERTY(QString clockText READ clockText NOTIFY changed)
   Q_PROPERTY(QString lockedUntilText READ lockedUntilText NOTIFY changed)
   Q_PROPERTY(QString commitmentText READ commitmentText NOTIFY changed)
@@ -42,7 +42,7 @@ class LockScreenBridge : public QObject {
   [[nodiscard]] RunLoop& ticks() const { return ticks_; }
 
   [[nodiscard]] Phase phase() const;
-  [[nodiscard]] qlonglong countdownValue() const { return model_.countdownValue(); }
+  [[nodiscard]] int countdownValue() const { return static_cast<int>(model_.countdownValue()); }
   [[nodiscard]] QString clockText() const { return QString::fromStdString(model_.clockText()); }
   [[nodiscard]] QString lockedUntilText() const;
   /// Empty without a commitment.
