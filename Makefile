@@ -24,7 +24,7 @@ sanitize: setup
 	@cmake --build $(BUILD)/sanitize -j$(JOBS)
 	@$(CTEST) --test-dir $(BUILD)/sanitize -j$(JOBS)
 
-lint: setup
+lint: build
 	@tools/lint.sh
 
 format:

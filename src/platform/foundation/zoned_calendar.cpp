@@ -36,8 +36,8 @@ DateComponents split(date::local_seconds local) {
 std::optional<date::local_seconds> join(const DateComponents& components) {
   if (std::abs(components.year) > furthestYear || components.month < 1 || components.day < 1)
     return std::nullopt;
-  const auto ymd = date::year{static_cast<int>(components.year)} /
-                   static_cast<unsigned>(components.month) / static_cast<unsigned>(components.day);
+  const auto ymd =
+      date::year{static_cast<int>(components.year)} / components.month / components.day;
   if (!ymd.ok()) return std::nullopt;
   return date::local_days{ymd} + std::chrono::hours{components.hour} +
          std::chrono::minutes{components.minute} + seconds{components.second};

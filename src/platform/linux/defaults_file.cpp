@@ -29,12 +29,18 @@ DatabaseFault faultOf(int code) {
 }
 
 /// Leaves a statement ready for its next use, and its locks released, on every way out.
-struct ResetAtEnd {
-  sqlite3_stmt* statement;
+class ResetAtEnd {
+ public:
+  explicit ResetAtEnd(sqlite3_stmt* statement) : statement_(statement) {}
+  ResetAtEnd(const ResetAtEnd&) = delete;
+  ResetAtEnd& operator=(const ResetAtEnd&) = delete;
   ~ResetAtEnd() {
-    sqlite3_reset(statement);
-    sqlite3_clear_bindings(statement);
+    sqlite3_reset(statement_);
+    sqlite3_clear_bindings(statement_);
   }
+
+ private:
+  sqlite3_stmt* statement_;
 };
 
 void bindKey(sqlite3_stmt* statement, std::string_view key) {
