@@ -29,7 +29,7 @@ bool FirewallHelperClient::isArmed() const {
 }
 
 void FirewallHelperClient::startBlock(Instant until, std::int64_t generation,
-                                      Completion completion) {
+                                      const Completion& completion) {
   if (!isArmed()) {
     completion(false, "Firewall helper not enabled or not installed.");
     return;
@@ -41,7 +41,7 @@ void FirewallHelperClient::startBlock(Instant until, std::int64_t generation,
       completion);
 }
 
-void FirewallHelperClient::clearBlock(std::int64_t generation, Completion completion) {
+void FirewallHelperClient::clearBlock(std::int64_t generation, const Completion& completion) {
   if (!isDaemonEnabled()) {
     completion(false, "Firewall helper not installed.");
     return;

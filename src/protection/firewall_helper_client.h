@@ -28,9 +28,9 @@ class FirewallHelperClient {
   /// The firewall switch is on and the helper's daemon is enabled.
   [[nodiscard]] bool isArmed() const;
 
-  void startBlock(Instant until, std::int64_t generation, Completion completion);
+  void startBlock(Instant until, std::int64_t generation, const Completion& completion);
   /// Needs the daemon only: a block is lifted even if the switch has been turned off since.
-  void clearBlock(std::int64_t generation, Completion completion);
+  void clearBlock(std::int64_t generation, const Completion& completion);
 
   /// Both throw LocalizedError. Installing does nothing while the daemon is enabled or waits for
   /// approval.
