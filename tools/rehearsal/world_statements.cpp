@@ -194,7 +194,8 @@ Action parseServiceStatement(Words& words) {
 
 Action parseHelper(Words& words) {
   using Behaviour = SimulatedFirewallHelper::Behaviour;
-  const auto behave = [](Behaviour behaviour, std::optional<std::string> text = std::nullopt) {
+  const auto behave = [](Behaviour behaviour,
+                         const std::optional<std::string>& text = std::nullopt) {
     return [=](Night& night) { night.computer().firewallHelper.behave(behaviour, text); };
   };
   if (words.takeIf("ok")) return behave(Behaviour::succeed);
