@@ -1,11 +1,12 @@
 # Commands for people; README.md says what each is for.
 BUILD := build
+SOAK_SECONDS ?= 60
 JOBS ?= $(shell nproc)
 CTEST := ctest --output-on-failure
 
 GALLERY := $(BUILD)/gallery
 
-.PHONY: all build setup test sanitize lint format rehearsal gallery bench run install clean
+.PHONY: all build setup test sanitize soak lint format rehearsal gallery bench run install clean
 
 all: build
 
@@ -23,6 +24,11 @@ sanitize: setup
 	@cmake --preset sanitize
 	@cmake --build $(BUILD)/sanitize -j$(JOBS)
 	@$(CTEST) --test-dir $(BUILD)/sanitize -j$(JOBS)
+
+# Long runs of what `make test` tries briefly.
+soak: build
+	@LUNEVRA_SOAK_SECONDS=$(SOAK_SECONDS) $(BUILD)/bin/lunevra_app_tests
+	@LUNEVRA_SOAK_SECONDS=$(SOAK_SECONDS) $(BUILD)/bin/linux_test --gtest_filter='KilledWriter*'
 
 lint: build
 	@tools/lint.sh

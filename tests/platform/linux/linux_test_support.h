@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -18,6 +19,12 @@
 #include "platform/log.h"
 
 namespace lunevra {
+
+/// How long a test that can go on for ever should; zero in an ordinary run.
+inline std::chrono::seconds soakTime() {
+  const char* seconds = std::getenv("LUNEVRA_SOAK_SECONDS");
+  return std::chrono::seconds{seconds != nullptr ? std::atoi(seconds) : 0};
+}
 
 class TemporaryFolder {
  public:
