@@ -66,6 +66,7 @@ class SimulatedFirewallHelper final : public HelperConnector {
   /// `text` is the message of a failure (absent: none) or the description of a broken connection.
   void behave(Behaviour behaviour, std::optional<std::string> text = std::nullopt);
   [[nodiscard]] const std::vector<FirewallRequest>& requests() const { return requests_; }
+  [[nodiscard]] int connections() const { return connections_; }
 
   [[nodiscard]] std::shared_ptr<HelperConnection> connectPrivileged(
       std::string_view serviceName, std::function<void()> ended) override;
@@ -77,6 +78,7 @@ class SimulatedFirewallHelper final : public HelperConnector {
   Behaviour behaviour_ = Behaviour::succeed;
   std::optional<std::string> text_;
   std::vector<FirewallRequest> requests_;
+  int connections_ = 0;
 };
 
 }  // namespace lunevra
