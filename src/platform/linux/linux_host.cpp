@@ -18,6 +18,7 @@ LinuxHost::LinuxHost(const LinuxPaths& paths, RunLoop& runLoop)
       calendar_(withDataFolder(paths).zone, log_),
       defaults_(paths.dataFolder, log_),
       openPanels_(runLoop),
+      helperConnector_(paths.systemBus),
       cloud_(paths.cloudFolder, log_) {}
 
 Host LinuxHost::host() {

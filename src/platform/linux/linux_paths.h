@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 #include <vector>
 
 #include "platform/linux/system_calendar.h"
@@ -14,6 +15,9 @@ struct LinuxPaths {
   /// The folders for the lock of the one running engine, the best first.
   std::vector<std::filesystem::path> lockFolders;
   ZoneSources zone;
+  /// Addresses of message buses; empty means that there is none.
+  std::string systemBus{};
+  std::string userBus{};
 
   /// By the XDG variables and their defaults; `LUNEVRA_CLOUD_FOLDER` names another cloud folder.
   /// Reads the environment once; call it before there are threads.

@@ -9,14 +9,6 @@ constexpr std::int32_t notAvailable = -1;
   throw LocalizedError(std::string(what) + " not available in this build.");
 }
 
-class DeadConnection : public HelperConnection {
- public:
-  [[nodiscard]] FirewallHelperProxy* remoteObjectProxy(
-      std::function<void(const std::string&)> /*errorHandler*/) override {
-    return nullptr;
-  }
-};
-
 }  // namespace
 
 std::optional<Bytes> UnavailableKeychain::find(std::string_view, std::string_view) const {
@@ -67,11 +59,6 @@ void UnavailableServices::MissingService::registerService() {
 }
 void UnavailableServices::MissingService::unregisterService() {
   refuse("Background services are");
-}
-
-std::shared_ptr<HelperConnection> UnavailableHelper::connectPrivileged(std::string_view,
-                                                                       std::function<void()>) {
-  return std::make_shared<DeadConnection>();
 }
 
 void UnavailableOpenPanels::chooseFolder(

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/helper_connection.h"
 #include "platform/keychain.h"
 #include "platform/open_panel.h"
 #include "platform/run_loop.h"
@@ -9,8 +8,8 @@
 
 namespace lunevra {
 
-// This build has no keychain, sees no drives, registers no services, reaches no helper and has no
-// file panel. The parts below say so honestly to whoever asks.
+// This build has no keychain, sees no drives, registers no services and has no file panel. The
+// parts below say so honestly to whoever asks.
 
 /// Holds no items and takes none.
 class UnavailableKeychain : public Keychain {
@@ -49,13 +48,6 @@ class UnavailableServices : public ServiceManager {
   };
 
   MissingService service_;
-};
-
-/// Connections whose far end is never there.
-class UnavailableHelper : public HelperConnector {
- public:
-  [[nodiscard]] std::shared_ptr<HelperConnection> connectPrivileged(
-      std::string_view serviceName, std::function<void()> ended) override;
 };
 
 /// Every panel is cancelled on a later turn of the run loop, which outlives this.
