@@ -10,6 +10,7 @@
 #include "platform/linux/system_calendar.h"
 #include "platform/linux/system_clock.h"
 #include "platform/linux/system_random.h"
+#include "platform/linux/systemd_services.h"
 #include "platform/linux/unavailable_services.h"
 
 namespace lunevra {
@@ -36,7 +37,7 @@ class LinuxHost {
   SystemRandom random_;
   UnavailableKeychain keychain_;
   UnavailableVolumes volumes_;
-  UnavailableServices services_;
+  SystemdServices services_;
   UnavailableOpenPanels openPanels_;
   // Last: their threads end before anything they may reach.
   BusHelperConnector helperConnector_;

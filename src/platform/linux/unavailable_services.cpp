@@ -41,26 +41,6 @@ void UnavailableVolumes::writeFileAtomically(const std::string&, const std::stri
 }
 void UnavailableVolumes::setHidden(const std::string&) {}
 
-Service& UnavailableServices::agent(std::string_view) {
-  return service_;
-}
-Service& UnavailableServices::daemon(std::string_view) {
-  return service_;
-}
-Service& UnavailableServices::mainApp() {
-  return service_;
-}
-
-ServiceStatus UnavailableServices::MissingService::status() const {
-  return ServiceStatus::notFound;
-}
-void UnavailableServices::MissingService::registerService() {
-  refuse("Background services are");
-}
-void UnavailableServices::MissingService::unregisterService() {
-  refuse("Background services are");
-}
-
 void UnavailableOpenPanels::chooseFolder(
     const FolderPanelRequest& /*request*/,
     std::function<void(std::optional<std::string>)> completion) {

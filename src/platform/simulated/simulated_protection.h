@@ -39,11 +39,20 @@ class SimulatedServices final : public ServiceManager {
   [[nodiscard]] SimulatedService& agent(std::string_view /*name*/) override { return agent_; }
   [[nodiscard]] SimulatedService& daemon(std::string_view /*name*/) override { return daemon_; }
   [[nodiscard]] SimulatedService& mainApp() override { return mainApp_; }
+  [[nodiscard]] bool openLoginItems() override {
+    ++settingsOpened_;
+    return hasSettings_;
+  }
+
+  void removeSettings() { hasSettings_ = false; }
+  [[nodiscard]] int settingsOpened() const { return settingsOpened_; }
 
  private:
   SimulatedService agent_{ServiceStatus::enabled};
   SimulatedService daemon_{ServiceStatus::requiresApproval};
   SimulatedService mainApp_{ServiceStatus::enabled};
+  bool hasSettings_ = true;
+  int settingsOpened_ = 0;
 };
 
 /// A request that reached the firewall helper.
