@@ -6,6 +6,7 @@
 #include "app/program.h"
 #include "platform/desktop/desktop_host.h"
 #include "platform/desktop/qt_run_loop.h"
+#include "platform/linux/agent_start.h"
 #include "platform/linux/linux_host.h"
 #include "platform/linux/single_instance.h"
 #include "platform/linux/stderr_log.h"
@@ -15,8 +16,20 @@
 namespace lunevra {
 namespace {
 
-int runApplication(char** arguments, const LinuxPaths& paths, FloorWindow& floor,
-                   TerminationSignals& requests) {
+/// How a quit that was accepted ends the process: a copy that waits is told, and the agent is not
+/// to bring back what the person may close.
+int endAfterQuit(ShutdownManager& engine, const SingleInstance& instance, bool isAgentStart) {
+  const bool isLockOff =
+      engine.currentState() == BlockingState::idle && !engine.shouldPreventQuit();
+  if (!isLockOff) return EXIT_SUCCESS;  // the computer is being shut down
+  instance.leaveWordOfQuit();
+  return isAgentStart ? acceptedQuitStatus : EXIT_SUCCESS;
+}
+
+int runApplication(char** arguments, const LinuxPaths& paths, const SingleInstance& instance,
+                   bool isAgentStart) {
+  TerminationSignals requests;
+  FloorWindow floor;
   DesktopHost::prepareQt();
   int argumentCount = 1;  // the program's name; options would be Qt's, and there are none
   QGuiApplication application(argumentCount, arguments);
@@ -35,24 +48,28 @@ int runApplication(char** arguments, const LinuxPaths& paths, FloorWindow& floor
 
   program.app().launch();
   runLoop.async([&] { program.app().windowGroupContentAppeared(); });
+  // A request like any other: the engine decides.
+  if (instance.followsQuit()) runLoop.async([] { QGuiApplication::quit(); });
   const int status = QGuiApplication::exec();
   desktop.onResignActive = nullptr;  // the windows that close now are no reason to come back
-  return status;
+  if (status != EXIT_SUCCESS) return status;
+  return endAfterQuit(program.app().shutdownManager(), instance, isAgentStart);
 }
 
 int run(char** arguments) {
   std::signal(SIGPIPE, SIG_IGN);  // a reader of the log that ends must not end the lock
-  TerminationSignals requests;
   StderrLog log;
+  const bool isAgentStart = takeAgentStart();
   try {
     const auto paths = LinuxPaths::fromEnvironment();
-    const auto instance = SingleInstance::tryAcquire(paths.lockFolders, log);
+    const auto instance = isAgentStart
+                              ? std::optional(SingleInstance::waitFor(paths.lockFolders, log))
+                              : SingleInstance::tryAcquire(paths.lockFolders, log);
     if (!instance) {
       log.line("Lunevra is already running.");
       return EXIT_SUCCESS;
     }
-    FloorWindow floor;
-    return runApplication(arguments, paths, floor, requests);
+    return runApplication(arguments, paths, *instance, isAgentStart);
   } catch (const LocalizedError& error) {
     log.line(error.localizedDescription());
     return EXIT_FAILURE;  // whoever supervises the program starts it again

@@ -39,8 +39,8 @@ class HelperConnector {
  public:
   virtual ~HelperConnector() = default;
 
-  /// Never waits for the service. `ended` runs, on any thread, when the connection is invalidated
-  /// or interrupted.
+  /// Never waits for the service. `ended` runs at most once, on any thread but not within this
+  /// call, when the connection is invalidated or interrupted.
   [[nodiscard]] virtual std::shared_ptr<HelperConnection> connectPrivileged(
       std::string_view serviceName, std::function<void()> ended) = 0;
 };

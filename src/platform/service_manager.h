@@ -35,6 +35,10 @@ class ServiceManager {
   [[nodiscard]] virtual Service& daemon(std::string_view propertyListName) = 0;
   /// The program itself, started at login.
   [[nodiscard]] virtual Service& mainApp() = 0;
+
+  /// Opens the system's settings where they list what starts at login, without waiting for them;
+  /// false if there is no such page.
+  [[nodiscard]] virtual bool openLoginItems() = 0;
 };
 
 }  // namespace lunevra

@@ -46,7 +46,8 @@ class FirewallHelperClient {
   void send(const Request& request, const Completion& completion);
   [[nodiscard]] std::shared_ptr<HelperConnection> openConnection();
 
-  /// Shared with the connection's handlers, which may outlive the client and run on any thread.
+  /// Shared with the connection's handlers, which may outlive the client and run on any thread. The
+  /// mutex is all the queue there is: requests come from the main thread only, one after another.
   struct Connection {
     std::mutex mutex;
     std::shared_ptr<HelperConnection> current;

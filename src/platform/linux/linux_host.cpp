@@ -17,7 +17,9 @@ LinuxHost::LinuxHost(const LinuxPaths& paths, RunLoop& runLoop)
     : runLoop_(runLoop),
       calendar_(withDataFolder(paths).zone, log_),
       defaults_(paths.dataFolder, log_),
+      services_(paths),
       openPanels_(runLoop),
+      helperConnector_(paths.systemBus),
       cloud_(paths.cloudFolder, log_) {}
 
 Host LinuxHost::host() {

@@ -2,6 +2,7 @@
 
 #include "platform/foundation/local_notification_center.h"
 #include "platform/host.h"
+#include "platform/linux/bus_helper_connector.h"
 #include "platform/linux/cloud_folder.h"
 #include "platform/linux/linux_paths.h"
 #include "platform/linux/linux_user_defaults_domains.h"
@@ -9,6 +10,7 @@
 #include "platform/linux/system_calendar.h"
 #include "platform/linux/system_clock.h"
 #include "platform/linux/system_random.h"
+#include "platform/linux/systemd_services.h"
 #include "platform/linux/unavailable_services.h"
 
 namespace lunevra {
@@ -35,10 +37,11 @@ class LinuxHost {
   SystemRandom random_;
   UnavailableKeychain keychain_;
   UnavailableVolumes volumes_;
-  UnavailableServices services_;
-  UnavailableHelper helperConnector_;
+  SystemdServices services_;
   UnavailableOpenPanels openPanels_;
-  CloudFolder cloud_;  // last: its thread ends before anything it may reach
+  // Last: their threads end before anything they may reach.
+  BusHelperConnector helperConnector_;
+  CloudFolder cloud_;
 };
 
 }  // namespace lunevra

@@ -34,10 +34,24 @@ LinuxPaths LinuxPaths::fromEnvironment() {
   paths.dataFolder = data / "lunevra";
   paths.cloudFolder = folderVariable("LUNEVRA_CLOUD_FOLDER");
   if (paths.cloudFolder.empty()) paths.cloudFolder = paths.dataFolder / "cloud";
-  if (auto runtime = folderVariable("XDG_RUNTIME_DIR"); !runtime.empty())
+  paths.userBus = variable("DBUS_SESSION_BUS_ADDRESS");
+  if (auto runtime = folderVariable("XDG_RUNTIME_DIR"); !runtime.empty()) {
+    // The service manager of the person is on this bus, whichever one the session uses.
+    if (std::error_code missing; std::filesystem::is_socket(runtime / "bus", missing))
+      paths.userBus = "unix:path=" + (runtime / "bus").string();
     paths.lockFolders.push_back(std::move(runtime));
+  }
   paths.lockFolders.push_back(paths.dataFolder);
   paths.zone.environment = variable("TZ");
+  auto configuration = folderVariable("XDG_CONFIG_HOME");
+  if (configuration.empty()) configuration = homeFolder() / ".config";
+  paths.autostartFolder = configuration / "autostart";
+  std::error_code error;
+  paths.program = std::filesystem::read_symlink("/proc/self/exe", error);
+  paths.desktops = variable("XDG_CURRENT_DESKTOP");
+  paths.searchPath = variable("PATH");
+  // A variable could name a bus on which anybody claims to be the helper.
+  paths.systemBus = "unix:path=/run/dbus/system_bus_socket";
   return paths;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 #include <vector>
 
 #include "platform/linux/system_calendar.h"
@@ -14,6 +15,15 @@ struct LinuxPaths {
   /// The folders for the lock of the one running engine, the best first.
   std::vector<std::filesystem::path> lockFolders;
   ZoneSources zone;
+  /// Addresses of message buses; empty means that there is none.
+  std::string systemBus{};
+  std::string userBus{};
+  /// The desktop's entries for what starts at login, and the program that one of them starts.
+  std::filesystem::path autostartFolder{};
+  std::filesystem::path program{};
+  /// As in XDG_CURRENT_DESKTOP and PATH.
+  std::string desktops{};
+  std::string searchPath{};
 
   /// By the XDG variables and their defaults; `LUNEVRA_CLOUD_FOLDER` names another cloud folder.
   /// Reads the environment once; call it before there are threads.

@@ -9,14 +9,6 @@ constexpr std::int32_t notAvailable = -1;
   throw LocalizedError(std::string(what) + " not available in this build.");
 }
 
-class DeadConnection : public HelperConnection {
- public:
-  [[nodiscard]] FirewallHelperProxy* remoteObjectProxy(
-      std::function<void(const std::string&)> /*errorHandler*/) override {
-    return nullptr;
-  }
-};
-
 }  // namespace
 
 std::optional<Bytes> UnavailableKeychain::find(std::string_view, std::string_view) const {
@@ -48,31 +40,6 @@ void UnavailableVolumes::writeFileAtomically(const std::string&, const std::stri
   refuse("Drives are");
 }
 void UnavailableVolumes::setHidden(const std::string&) {}
-
-Service& UnavailableServices::agent(std::string_view) {
-  return service_;
-}
-Service& UnavailableServices::daemon(std::string_view) {
-  return service_;
-}
-Service& UnavailableServices::mainApp() {
-  return service_;
-}
-
-ServiceStatus UnavailableServices::MissingService::status() const {
-  return ServiceStatus::notFound;
-}
-void UnavailableServices::MissingService::registerService() {
-  refuse("Background services are");
-}
-void UnavailableServices::MissingService::unregisterService() {
-  refuse("Background services are");
-}
-
-std::shared_ptr<HelperConnection> UnavailableHelper::connectPrivileged(std::string_view,
-                                                                       std::function<void()>) {
-  return std::make_shared<DeadConnection>();
-}
 
 void UnavailableOpenPanels::chooseFolder(
     const FolderPanelRequest& /*request*/,

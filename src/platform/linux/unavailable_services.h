@@ -1,16 +1,14 @@
 #pragma once
 
-#include "platform/helper_connection.h"
 #include "platform/keychain.h"
 #include "platform/open_panel.h"
 #include "platform/run_loop.h"
-#include "platform/service_manager.h"
 #include "platform/volume_source.h"
 
 namespace lunevra {
 
-// This build has no keychain, sees no drives, registers no services, reaches no helper and has no
-// file panel. The parts below say so honestly to whoever asks.
+// This build has no keychain, sees no drives and has no file panel. The parts below
+// say so honestly to whoever asks.
 
 /// Holds no items and takes none.
 class UnavailableKeychain : public Keychain {
@@ -31,31 +29,6 @@ class UnavailableVolumes : public VolumeSource {
   [[nodiscard]] std::optional<std::string> readFile(const std::string& path) const override;
   void writeFileAtomically(const std::string& path, const std::string& contents) override;
   void setHidden(const std::string& path) override;
-};
-
-/// No service is found, none can be registered.
-class UnavailableServices : public ServiceManager {
- public:
-  [[nodiscard]] Service& agent(std::string_view propertyListName) override;
-  [[nodiscard]] Service& daemon(std::string_view propertyListName) override;
-  [[nodiscard]] Service& mainApp() override;
-
- private:
-  class MissingService : public Service {
-   public:
-    [[nodiscard]] ServiceStatus status() const override;
-    void registerService() override;
-    void unregisterService() override;
-  };
-
-  MissingService service_;
-};
-
-/// Connections whose far end is never there.
-class UnavailableHelper : public HelperConnector {
- public:
-  [[nodiscard]] std::shared_ptr<HelperConnection> connectPrivileged(
-      std::string_view serviceName, std::function<void()> ended) override;
 };
 
 /// Every panel is cancelled on a later turn of the run loop, which outlives this.

@@ -61,6 +61,7 @@ void SimulatedFirewallHelper::behave(Behaviour behaviour, std::optional<std::str
 
 std::shared_ptr<HelperConnection> SimulatedFirewallHelper::connectPrivileged(
     std::string_view /*serviceName*/, std::function<void()> ended) {
+  ++connections_;
   return std::make_shared<Connection>(*this, std::move(ended));
 }
 

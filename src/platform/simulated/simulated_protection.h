@@ -39,11 +39,20 @@ class SimulatedServices final : public ServiceManager {
   [[nodiscard]] SimulatedService& agent(std::string_view /*name*/) override { return agent_; }
   [[nodiscard]] SimulatedService& daemon(std::string_view /*name*/) override { return daemon_; }
   [[nodiscard]] SimulatedService& mainApp() override { return mainApp_; }
+  [[nodiscard]] bool openLoginItems() override {
+    ++settingsOpened_;
+    return hasSettings_;
+  }
+
+  void removeSettings() { hasSettings_ = false; }
+  [[nodiscard]] int settingsOpened() const { return settingsOpened_; }
 
  private:
   SimulatedService agent_{ServiceStatus::enabled};
   SimulatedService daemon_{ServiceStatus::requiresApproval};
   SimulatedService mainApp_{ServiceStatus::enabled};
+  bool hasSettings_ = true;
+  int settingsOpened_ = 0;
 };
 
 /// A request that reached the firewall helper.
@@ -66,6 +75,7 @@ class SimulatedFirewallHelper final : public HelperConnector {
   /// `text` is the message of a failure (absent: none) or the description of a broken connection.
   void behave(Behaviour behaviour, std::optional<std::string> text = std::nullopt);
   [[nodiscard]] const std::vector<FirewallRequest>& requests() const { return requests_; }
+  [[nodiscard]] int connections() const { return connections_; }
 
   [[nodiscard]] std::shared_ptr<HelperConnection> connectPrivileged(
       std::string_view serviceName, std::function<void()> ended) override;
@@ -77,6 +87,7 @@ class SimulatedFirewallHelper final : public HelperConnector {
   Behaviour behaviour_ = Behaviour::succeed;
   std::optional<std::string> text_;
   std::vector<FirewallRequest> requests_;
+  int connections_ = 0;
 };
 
 }  // namespace lunevra

@@ -81,8 +81,6 @@ TEST(LinuxHostTest, PartsThisBuildLacksSaySoHonestly) {
   EXPECT_TRUE(host.volumes.mountedVolumes().empty());
   EXPECT_EQ(host.services.mainApp().status(), ServiceStatus::notFound);
   EXPECT_THROW(host.services.agent("agent").registerService(), LocalizedError);
-  EXPECT_EQ(host.helperConnector.connectPrivileged("helper", [] {})->remoteObjectProxy({}),
-            nullptr);
   int cancelled = 0;
   host.openPanels.chooseFolder({}, [&](const auto& folder) { cancelled += folder ? 0 : 1; });
   EXPECT_EQ(cancelled, 0);
