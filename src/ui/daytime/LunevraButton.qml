@@ -1,0 +1,44 @@
+import QtQuick
+import QtQuick.Templates as T
+import Lunevra.Daytime
+
+// The button of the settings window. It looks the same while it is disabled.
+T.Button {
+    id: button
+
+    required property color fill
+    property string symbol: ""
+
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    horizontalPadding: 14
+    verticalPadding: 10
+    focusPolicy: Qt.StrongFocus
+
+    contentItem: Item {
+        implicitWidth: label.implicitWidth
+        implicitHeight: label.implicitHeight
+
+        SymbolLabel {
+            id: label
+
+            anchors.centerIn: parent
+            width: implicitWidth
+            height: implicitHeight
+            symbol: button.symbol
+            text: button.text
+            weight: Font.DemiBold
+        }
+    }
+
+    background: Rectangle {
+        radius: 8
+        color: button.fill
+        opacity: button.pressed ? 0.72 : 1
+
+        FocusRing { control: button }
+    }
+
+    Keys.onReturnPressed: click()
+    Keys.onEnterPressed: click()
+}
