@@ -43,11 +43,7 @@ class SettingsModelTest : public testing::Test {
   PhysicalKeyManager keyManager{computer.host()};
   FirewallHelperClient firewall{computer.host()};
   ShutdownManager engine{computer.host(), store, keyManager, firewall};
-  std::string loginItemsFailure;
-  SettingsModel model{
-      computer.host(),
-      engine,
-      {.dismiss = [] {}, .openLoginItems = [this] { throw LocalizedError(loginItemsFailure); }}};
+  SettingsModel model{computer.host(), engine, [] {}};
 };
 
 const Schedule lateNight{23, 45, 7, 15};
@@ -149,9 +145,11 @@ TEST_F(SettingsModelTest, ReplacingAKeyAsksFirst) {
 }
 
 TEST_F(SettingsModelTest, LayersReportToTheLineOfStatus) {
-  loginItemsFailure = "No settings program was found.";
   model.perform(HardnessAction::openLoginItems);
-  EXPECT_EQ(engine.physicalKeyMessage(), loginItemsFailure);
+  EXPECT_EQ(computer.services.settingsOpened(), 1);
+  computer.services.removeSettings();
+  model.perform(HardnessAction::openLoginItems);
+  EXPECT_EQ(engine.physicalKeyMessage(), "This computer has no settings page for Login Items.");
   computer.services.agent("").refuse("not permitted");
   model.perform(HardnessAction::installAgent);
   EXPECT_EQ(engine.physicalKeyMessage(), "Could not update background enforcement: not permitted");

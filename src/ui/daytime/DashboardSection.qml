@@ -21,19 +21,19 @@ SettingsSection {
     HardnessRow {
         width: parent.width
         bridge: section.bridge
-        layer: section.bridge.sessionCover
+        protection: section.bridge.sessionCover
     }
 
     HardnessRow {
         width: parent.width
         bridge: section.bridge
-        layer: section.bridge.backgroundEnforcer
+        protection: section.bridge.backgroundEnforcer
     }
 
     HardnessRow {
         width: parent.width
         bridge: section.bridge
-        layer: section.bridge.firewallHelper
+        protection: section.bridge.firewallHelper
     }
 
     SlideSwitch {
@@ -49,13 +49,13 @@ SettingsSection {
     HardnessRow {
         width: parent.width
         bridge: section.bridge
-        layer: section.bridge.physicalKey
+        protection: section.bridge.physicalKey
     }
 
     HardnessRow {
         width: parent.width
         bridge: section.bridge
-        layer: section.bridge.endpointSecurity
+        protection: section.bridge.endpointSecurity
     }
 
     PlainText {

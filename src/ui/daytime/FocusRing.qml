@@ -2,9 +2,9 @@ import QtQuick
 
 // Shows where the keyboard is.
 Rectangle {
-    required property Item control
+    required property var control
 
-    anchors.fill: control
+    anchors.fill: parent
     anchors.margins: -3
     visible: control.visualFocus
     radius: 10

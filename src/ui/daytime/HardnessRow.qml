@@ -7,7 +7,7 @@ Item {
     id: row
 
     required property SettingsBridge bridge
-    required property var layer
+    required property var protection
 
     implicitHeight: Math.max(texts.height, button.visible ? button.height : 0)
 
@@ -16,9 +16,9 @@ Item {
         width: 8
         height: 8
         radius: 4
-        color: [Ink.green, Ink.yellow, Ink.red][row.layer.status]
+        color: [Ink.green, Ink.yellow, Ink.red][row.protection.status]
         Accessible.role: Accessible.Indicator
-        Accessible.name: [qsTr("armed"), qsTr("needs approval"), qsTr("not installed")][row.layer.status]
+        Accessible.name: [qsTr("armed"), qsTr("needs approval"), qsTr("not installed")][row.protection.status]
     }
 
     Column {
@@ -30,13 +30,13 @@ Item {
 
         PlainText {
             width: parent.width
-            text: row.layer.title
+            text: row.protection.title
             weight: Font.DemiBold
         }
 
         PlainText {
             width: parent.width
-            text: row.layer.detail
+            text: row.protection.detail
             size: 11
             color: Ink.white(0.55)
         }
@@ -47,15 +47,15 @@ Item {
 
         anchors.right: parent.right
         visible: text !== ""
-        text: row.layer.actionLabel
+        text: row.protection.actionLabel
         implicitWidth: implicitContentWidth + 2 * 10
         implicitHeight: implicitContentHeight + 2 * 5
         horizontalPadding: 10
         verticalPadding: 5
         focusPolicy: Qt.StrongFocus
-        onClicked: row.bridge.perform(row.layer.action)
-        Keys.onReturnPressed: click()
-        Accessible.description: row.layer.title
+        onClicked: row.bridge.perform(row.protection.action)
+        Keys.onReturnPressed: button.clicked()
+        Accessible.description: row.protection.title
 
         contentItem: PlainText {
             text: button.text
@@ -67,7 +67,7 @@ Item {
 
         background: Rectangle {
             radius: 6
-            color: ["transparent", Ink.orange, Ink.orange, Ink.indigo, Ink.white(0.15)][row.layer.action]
+            color: ["transparent", Ink.orange, Ink.orange, Ink.indigo, Ink.white(0.15)][row.protection.action]
             opacity: button.pressed ? 0.72 : 1
 
             FocusRing { control: button }

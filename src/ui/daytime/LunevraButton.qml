@@ -2,6 +2,9 @@ import QtQuick
 import QtQuick.Templates as T
 import Lunevra.Daytime
 
+// Nothing replaces the content, so that it may be named.
+// qmllint disable deferred-property-id
+
 // The button of the settings window. It looks the same while it is disabled.
 T.Button {
     id: button
@@ -39,6 +42,6 @@ T.Button {
         FocusRing { control: button }
     }
 
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: button.clicked()
+    Keys.onEnterPressed: button.clicked()
 }

@@ -17,7 +17,7 @@ T.Button {
     horizontalPadding: 8
     verticalPadding: 5
     focusPolicy: Qt.StrongFocus
-    Keys.onReturnPressed: click()
+    Keys.onReturnPressed: button.clicked()
 
     contentItem: SymbolLabel {
         symbol: button.row.symbol

@@ -49,7 +49,7 @@ T.ComboBox {
         required property string modelData
         required property int index
 
-        width: ListView.view.width
+        width: entry.ListView.view.width
         implicitHeight: 26
         leftPadding: 10
         highlighted: picker.highlightedIndex === index

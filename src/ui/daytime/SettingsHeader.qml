@@ -3,6 +3,9 @@ import QtQuick.Templates as T
 import Lunevra.Daytime
 import Lunevra.LockScreen
 
+// Nothing replaces the content, so that it may be named.
+// qmllint disable deferred-property-id
+
 // The bar with the product's name and the button that closes the window.
 Rectangle {
     id: header
@@ -45,7 +48,7 @@ Rectangle {
         implicitHeight: symbol.height
         focusPolicy: Qt.StrongFocus
         onClicked: header.bridge.dismiss()
-        Keys.onReturnPressed: click()
+        Keys.onReturnPressed: close.clicked()
         Accessible.name: qsTr("Close")
 
         contentItem: Item {

@@ -18,6 +18,7 @@ T.Switch {
     Accessible.description: detail
 
     contentItem: Column {
+        topPadding: Math.max(0, Math.round((22 - control.textSize * 1.35) / 2)) * (control.detail === "" ? 1 : 0)
         spacing: 3
 
         PlainText {

@@ -1,9 +1,11 @@
 #include "ui/daytime/daytime_content.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <QtCore/qurl.h>
 #include <QtCore/qvariant.h>
+#include <QtGui/qscreen.h>
 #include <QtQml/qqmlcomponent.h>
 #include <QtQml/qqmlengine.h>
 #include <QtQuick/qquickitem.h>
@@ -37,6 +39,10 @@ void DaytimeContent::attach(QQuickWindow& window) {
   });
   for (const auto resized : {&QWindow::widthChanged, &QWindow::heightChanged})
     QObject::connect(&window, resized, &receiver_, [this, &window] { fit(window); });
+  if (sizing_ == Sizing::windowFitsView)
+    QObject::connect(&window, &QWindow::activeChanged, &receiver_, [&window] {
+      if (!window.isActive()) window.hide();  // a press elsewhere puts a menu away
+    });
   if (window.isVisible()) load(window);
 }
 
@@ -75,16 +81,25 @@ void DaytimeContent::unload() {
 
 void DaytimeContent::fit(QQuickWindow& window) {
   if (!root_) return;
-  if (sizing_ == Sizing::windowFitsView)
-    window.resize(qRound(root_->implicitWidth()), qRound(root_->implicitHeight()));
+  if (sizing_ == Sizing::windowFitsView) {
+    QRect frame(window.position(),
+                QSize(qRound(root_->implicitWidth()), qRound(root_->implicitHeight())));
+    const auto room = window.screen()->availableGeometry();
+    frame.moveRight(std::min(frame.right(), room.right()));
+    frame.moveBottom(std::min(frame.bottom(), room.bottom()));
+    frame.moveLeft(std::max(frame.left(), room.left()));
+    frame.moveTop(std::max(frame.top(), room.top()));
+    window.setGeometry(frame);
+  }
   root_->setSize(window.size());
 }
 
 std::shared_ptr<DaytimeContent> settingsContent(const Host& host, ShutdownManager& engine,
-                                                const SettingsModel::Actions& actions) {
+                                                std::function<void()> dismiss) {
   return std::make_shared<DaytimeContent>(
-      host.log, "SettingsView", DaytimeContent::Sizing::viewFillsWindow, [host, &engine, actions] {
-        auto bridge = std::make_unique<SettingsBridge>(host, engine, actions);
+      host.log, "SettingsView", DaytimeContent::Sizing::viewFillsWindow,
+      [host, &engine, dismiss = std::move(dismiss)] {
+        auto bridge = std::make_unique<SettingsBridge>(host, engine, dismiss);
         bridge->model().loadFromEngine();
         bridge->model().setDrawn(true);
         return bridge;

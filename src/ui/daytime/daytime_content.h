@@ -47,8 +47,9 @@ class DaytimeContent : public QuickContent {
 };
 
 /// Everything given outlives the content.
-[[nodiscard]] std::shared_ptr<DaytimeContent> settingsContent(
-    const Host& host, ShutdownManager& engine, const SettingsModel::Actions& actions);
+[[nodiscard]] std::shared_ptr<DaytimeContent> settingsContent(const Host& host,
+                                                              ShutdownManager& engine,
+                                                              std::function<void()> dismiss);
 
 /// `close` puts the menu away.
 [[nodiscard]] std::shared_ptr<DaytimeContent> menuBarContent(const Host& host,

@@ -18,9 +18,7 @@ class Faces : public QObject {
     return typefaceFor(TypeDesign::standard, size, QFont::Weight(weight), false).font;
   }
   Q_INVOKABLE [[nodiscard]] QFont rounded(qreal size, int weight = QFont::Normal) const {
-    auto font = typefaceFor(TypeDesign::rounded, size, QFont::Weight(weight), false).font;
-    font.setWeight(QFont::Weight(weight));
-    return font;
+    return typefaceFor(TypeDesign::rounded, size, QFont::Weight(weight), false).font;
   }
 };
 

@@ -23,8 +23,8 @@ HardnessRowValue valueOf(const HardnessRow& row) {
 }  // namespace
 
 SettingsBridge::SettingsBridge(const Host& host, ShutdownManager& engine,
-                               SettingsModel::Actions actions)
-    : model_(host, engine, std::move(actions)) {
+                               std::function<void()> dismiss)
+    : model_(host, engine, std::move(dismiss)) {
   observation_ = model_.observeChanges([this] { emit changed(); });
 }
 
@@ -106,7 +106,7 @@ QVariantList SettingsBridge::bedtimeFacts() {
   return facts;
 }
 
-QVariantMap SettingsBridge::texts() {
+QVariant SettingsBridge::texts() {
   namespace t = settings_text;
   constexpr std::pair<const char*, std::string_view> named[] = {
       {"title", t::title},

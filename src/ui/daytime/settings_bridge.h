@@ -64,7 +64,7 @@ class SettingsBridge : public QObject {
   Q_PROPERTY(QStringList minuteLabels READ minuteLabels CONSTANT)
   Q_PROPERTY(QStringList durationLabels READ durationLabels CONSTANT)
   /// The texts that never change, by their names.
-  Q_PROPERTY(QVariantMap texts READ texts CONSTANT)
+  Q_PROPERTY(QVariant texts READ texts CONSTANT)
   /// What happens at bedtime: symbol and text of each.
   Q_PROPERTY(QVariantList bedtimeFacts READ bedtimeFacts CONSTANT)
 
@@ -74,7 +74,7 @@ class SettingsBridge : public QObject {
   Q_ENUM(Enforcement)
   // NOLINTEND(readability-identifier-naming)
 
-  SettingsBridge(const Host& host, ShutdownManager& engine, SettingsModel::Actions actions);
+  SettingsBridge(const Host& host, ShutdownManager& engine, std::function<void()> dismiss);
 
   [[nodiscard]] SettingsModel& model() { return model_; }
 
@@ -115,7 +115,7 @@ class SettingsBridge : public QObject {
   [[nodiscard]] static QStringList hourLabels();
   [[nodiscard]] static QStringList minuteLabels();
   [[nodiscard]] static QStringList durationLabels();
-  [[nodiscard]] static QVariantMap texts();
+  [[nodiscard]] static QVariant texts();
   [[nodiscard]] static QVariantList bedtimeFacts();
 
   /// Where a minute stands on the picker; -1 for one that it does not have.

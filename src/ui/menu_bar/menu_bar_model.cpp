@@ -3,6 +3,22 @@
 #include <utility>
 
 namespace lunevra {
+namespace {
+
+std::string bedtimeText(const ShutdownManager& engine) {
+  const auto schedule = engine.schedule();
+  return "Blocks at " + formatTime12Hour(schedule.blockStartHour, schedule.blockStartMinute);
+}
+
+std::string releaseText(const ShutdownManager& engine) {
+  return "Releases at " + engine.lockEndTimeText();
+}
+
+}  // namespace
+
+std::string tonightText(const ShutdownManager& engine) {
+  return bedtimeText(engine) + ". " + releaseText(engine) + ".";
+}
 
 MenuBarModel::MenuBarModel(RunLoop& runLoop, ShutdownManager& engine, Actions actions)
     : engine_(engine),
@@ -12,15 +28,11 @@ MenuBarModel::MenuBarModel(RunLoop& runLoop, ShutdownManager& engine, Actions ac
 }
 
 void MenuBarModel::read() {
-  const auto schedule = engine_.schedule();
   rows_[MenuItem::header] = header();
   rows_[MenuItem::bedtime] = {
-      .kind = MenuRowKind::label,
-      .text = "Blocks at " + formatTime12Hour(schedule.blockStartHour, schedule.blockStartMinute),
-      .symbolName = "moon.zzz"};
-  rows_[MenuItem::release] = {.kind = MenuRowKind::label,
-                              .text = "Releases at " + engine_.lockEndTimeText(),
-                              .symbolName = "sunrise"};
+      .kind = MenuRowKind::label, .text = bedtimeText(engine_), .symbolName = "moon.zzz"};
+  rows_[MenuItem::release] = {
+      .kind = MenuRowKind::label, .text = releaseText(engine_), .symbolName = "sunrise"};
   rows_[MenuItem::escapeKey] = escapeKey();
   rows_[MenuItem::commitment] = commitment();
   rows_[MenuItem::nightlySwitch] = nightlySwitch();

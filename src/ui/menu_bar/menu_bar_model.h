@@ -46,4 +46,7 @@ class MenuBarModel {
   EngineFollower follower_;
 };
 
+/// Tonight's two times in one line.
+[[nodiscard]] std::string tonightText(const ShutdownManager& engine);
+
 }  // namespace lunevra

@@ -4,10 +4,11 @@
 
 namespace lunevra {
 
-SettingsModel::SettingsModel(const Host& host, ShutdownManager& engine, Actions actions)
+SettingsModel::SettingsModel(const Host& host, ShutdownManager& engine,
+                             std::function<void()> dismiss)
     : host_(host),
       engine_(engine),
-      actions_(std::move(actions)),
+      dismiss_(std::move(dismiss)),
       follower_(host.runLoop, engine, [this] { read(); }) {
   read();
 }
@@ -159,11 +160,8 @@ void SettingsModel::perform(HardnessAction action) {
 }
 
 void SettingsModel::openLoginItems() {
-  try {
-    actions_.openLoginItems();
-  } catch (const LocalizedError& error) {
-    engine_.setPhysicalKeyMessage(error.localizedDescription());
-  }
+  if (!host_.services.openLoginItems())
+    engine_.setPhysicalKeyMessage("This computer has no settings page for Login Items.");
 }
 
 }  // namespace lunevra

@@ -34,14 +34,9 @@ struct SettingsValues {
 /// been drawn yet.
 class SettingsModel {
  public:
-  struct Actions {
-    std::function<void()> dismiss;
-    std::function<void()> openLoginItems;  ///< may throw LocalizedError
-  };
-
-  /// Everything given outlives the model. Reads the engine's values; the schedule's copy and the
-  /// state of the key are those of `loadFromEngine`.
-  SettingsModel(const Host& host, ShutdownManager& engine, Actions actions);
+  /// Everything given outlives the model; `dismiss` closes the window. Reads the engine's values;
+  /// the schedule's copy and the state of the key are those of `loadFromEngine`.
+  SettingsModel(const Host& host, ShutdownManager& engine, std::function<void()> dismiss);
 
   /// Each time the window is shown.
   void loadFromEngine();
@@ -52,7 +47,7 @@ class SettingsModel {
   [[nodiscard]] Registration observeChanges(std::function<void()> changed) {
     return follower_.observeChanges(std::move(changed));
   }
-  void dismiss() const { actions_.dismiss(); }
+  void dismiss() const { dismiss_(); }
 
   [[nodiscard]] const SettingsValues& values() const { return values_; }
 
@@ -101,7 +96,7 @@ class SettingsModel {
 
   Host host_;
   ShutdownManager& engine_;
-  Actions actions_;
+  std::function<void()> dismiss_;
   SettingsValues values_;
   Schedule edited_;
   LockDuration lockDuration_ = LockDuration::oneWeek;
