@@ -1,8 +1,11 @@
 #include <csignal>
 #include <cstdlib>
+#include <optional>
 
 #include <QGuiApplication>
 
+#include "app/daytime.h"
+#include "app/menu_bar_extra.h"
 #include "app/program.h"
 #include "platform/desktop/desktop_host.h"
 #include "platform/desktop/qt_run_loop.h"
@@ -37,7 +40,7 @@ int runApplication(char** arguments, const LinuxPaths& paths, const SingleInstan
   LinuxHost computer(paths, runLoop);
   const auto host = computer.host();
   DesktopHost desktop(floor, runLoop, host.log, host.notificationCenter);
-  Program program(host, desktop.desktop(), lockScreenFactory(host, runLoop));
+  Program program(host, desktop.desktop(), lockScreenFactory(host, runLoop), daytimeContents(host));
 
   auto& delegate = program.app().appDelegate();
   desktop.onResignActive = [&] { delegate.applicationDidResignActive(); };
@@ -48,6 +51,8 @@ int runApplication(char** arguments, const LinuxPaths& paths, const SingleInstan
 
   program.app().launch();
   runLoop.async([&] { program.app().windowGroupContentAppeared(); });
+  std::optional<MenuBarExtra> menuBarExtra;
+  runLoop.async([&] { menuBarExtra.emplace(program.app(), runLoop); });  // after the cover
   // A request like any other: the engine decides.
   if (instance.followsQuit()) runLoop.async([] { QGuiApplication::quit(); });
   const int status = QGuiApplication::exec();
