@@ -4,8 +4,8 @@ set -eu
 
 packages="
 ccache clang clang-format clang-tidy cmake g++ git libclang-rt-14-dev ninja-build pkg-config
-dbus imagemagick openbox sqlite3 tzdata x11-utils x11-xserver-utils xauth xdotool xserver-xorg-core
-xserver-xorg-video-dummy xvfb
+dbus dbus-user-session imagemagick openbox sqlite3 systemd tzdata x11-utils x11-xserver-utils xauth
+xdotool xserver-xorg-core xserver-xorg-video-dummy xvfb
 libbenchmark-dev libgmock-dev libgtest-dev libhowardhinnant-date-dev libsqlite3-dev libssl-dev
 libsystemd-dev libxcb-icccm4-dev libxcb-randr0-dev libxcb-xfixes0-dev libxcb-xtest0-dev
 libxcb1-dev nlohmann-json3-dev uuid-dev

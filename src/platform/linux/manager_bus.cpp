@@ -37,6 +37,15 @@ void ManagerBus::Conversation::ask(const char* member, const Arguments& argument
   ask(managerPath, managerInterface, member, arguments, reader);
 }
 
+void ManagerBus::Conversation::tell(const char* member) {
+  sd_bus_message* made = nullptr;
+  check(sd_bus_message_new_method_call(bus_.get(), &made, managerName, managerPath,
+                                       managerInterface, member));
+  const BusMessage message(made);
+  check(sd_bus_message_set_expect_reply(made, 0));
+  check(sd_bus_send(bus_.get(), made, nullptr));
+}
+
 void ManagerBus::Conversation::property(const std::string& path, const char* interface,
                                         const char* name, const char* types, const Reader& reader) {
   ask(

@@ -41,6 +41,8 @@ class ManagerBus {
 
     /// A method of the manager itself. Throws BusError.
     void ask(const char* member, const Arguments& arguments, const Reader& reader);
+    /// A method of the manager without arguments, whose outcome nobody waits for. Throws BusError.
+    void tell(const char* member);
     /// A property of one of the manager's objects. Throws BusError.
     void property(const std::string& path, const char* interface, const char* name,
                   const char* types, const Reader& reader);

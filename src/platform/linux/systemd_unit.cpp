@@ -8,9 +8,11 @@
 namespace lunevra {
 namespace {
 
-constexpr std::chrono::milliseconds queryLimit{300};
-/// Reading all units anew is most of it.
+/// Long for an answer, but a login keeps the manager busy.
+constexpr std::chrono::milliseconds queryLimit{800};
 constexpr std::chrono::milliseconds changeLimit{2000};
+/// Meanwhile the manager answers nobody.
+constexpr std::chrono::seconds reloadTime{5};
 
 int nothing(sd_bus_message*) {
   return 0;
@@ -44,7 +46,8 @@ SystemdUnit::SystemdUnit(ManagerBus& bus, std::string unitName, Kind kind,
 
 ServiceStatus SystemdUnit::status() const {
   try {
-    ManagerBus::Conversation manager(bus_, queryLimit);
+    const bool isReloading = std::chrono::steady_clock::now() < isReloadingUntil_;
+    ManagerBus::Conversation manager(bus_, isReloading ? changeLimit : queryLimit);
     const auto state = fileState(manager);
     if (state == "bad") return ServiceStatus::notFound;
     const bool isEnabled = state == "enabled" || state == "enabled-runtime";
@@ -92,11 +95,17 @@ std::string SystemdUnit::fileState(ManagerBus::Conversation& manager) const {
   return state;
 }
 
+// A unit that has just been told to start has a job to do so before it is active.
 bool SystemdUnit::isActive(ManagerBus::Conversation& manager) const {
+  constexpr const char* interface = "org.freedesktop.systemd1.Unit";
+  const auto path = load(manager);
+  std::uint32_t job = 0;
+  manager.property(path, interface, "Job", "(uo)", [&](sd_bus_message* answer) {
+    return sd_bus_message_read(answer, "(uo)", &job, nullptr);
+  });
   std::string state;
-  manager.property(load(manager), "org.freedesktop.systemd1.Unit", "ActiveState", "s",
-                   into('s', state));
-  return state == "active" || state == "activating" || state == "reloading";
+  manager.property(path, interface, "ActiveState", "s", into('s', state));
+  return job != 0 || state == "active" || state == "activating" || state == "reloading";
 }
 
 bool SystemdUnit::isProgramInstalled(ManagerBus::Conversation& manager) const {
@@ -117,37 +126,42 @@ std::string SystemdUnit::load(ManagerBus::Conversation& manager) const {
   return path;
 }
 
-void SystemdUnit::enable(ManagerBus::Conversation& manager) const {
+void SystemdUnit::enable(ManagerBus::Conversation& manager) {
   manager.ask(
       "EnableUnitFiles",
       [this](sd_bus_message* question) {
         return sd_bus_message_append(question, "asbb", 1, unitName_.c_str(), 0, 0);
       },
       nothing);
-  manager.ask("Reload", nothing, nothing);
-  manager.ask(
-      "StartUnit",
-      [this](sd_bus_message* question) {
-        return sd_bus_message_append(question, "ss", unitName_.c_str(), "replace");
-      },
-      nothing);
+  changeJob(manager, "StartUnit");
+  reload(manager);
 }
 
-void SystemdUnit::disable(ManagerBus::Conversation& manager) const {
+void SystemdUnit::disable(ManagerBus::Conversation& manager) {
   manager.ask(
       "DisableUnitFiles",
       [this](sd_bus_message* question) {
         return sd_bus_message_append(question, "asb", 1, unitName_.c_str(), 0);
       },
       nothing);
-  manager.ask("Reload", nothing, nothing);
-  if (kind_ != Kind::afterApproval) return;
+  if (kind_ == Kind::afterApproval) changeJob(manager, "StopUnit");
+  reload(manager);
+}
+
+void SystemdUnit::changeJob(ManagerBus::Conversation& manager, const char* member) const {
   manager.ask(
-      "StopUnit",
+      member,
       [this](sd_bus_message* question) {
         return sd_bus_message_append(question, "ss", unitName_.c_str(), "replace");
       },
       nothing);
+}
+
+// Needed only so that the manager heeds the change before the next login, and slow on a busy
+// machine: it runs while the program goes on.
+void SystemdUnit::reload(ManagerBus::Conversation& manager) {
+  manager.tell("Reload");
+  isReloadingUntil_ = std::chrono::steady_clock::now() + reloadTime;
 }
 
 void SystemdUnit::rememberRegistration() const {

@@ -37,14 +37,17 @@ class SystemdUnit : public Service {
   [[nodiscard]] bool isActive(ManagerBus::Conversation& manager) const;
   [[nodiscard]] bool isProgramInstalled(ManagerBus::Conversation& manager) const;
   [[nodiscard]] std::string load(ManagerBus::Conversation& manager) const;
-  void enable(ManagerBus::Conversation& manager) const;
-  void disable(ManagerBus::Conversation& manager) const;
+  void enable(ManagerBus::Conversation& manager);
+  void disable(ManagerBus::Conversation& manager);
+  void changeJob(ManagerBus::Conversation& manager, const char* member) const;
+  void reload(ManagerBus::Conversation& manager);
   void rememberRegistration() const;
 
   ManagerBus& bus_;
   std::string unitName_;
   Kind kind_;
   std::filesystem::path record_;
+  std::chrono::steady_clock::time_point isReloadingUntil_{};
 };
 
 }  // namespace lunevra
