@@ -26,9 +26,4 @@ namespace lunevra {
 using CloudListing = std::map<std::string, std::optional<StoredValue>, std::less<>>;
 [[nodiscard]] std::optional<CloudListing> listCloudFolder(const std::filesystem::path& folder);
 
-/// Replaces the file in one step, seen whole or not at all by whoever reads the folder, and returns
-/// once it is on the disk. Answers an empty text, or what went wrong.
-[[nodiscard]] std::string writeCloudFile(const std::filesystem::path& file,
-                                         const std::string& contents);
-
 }  // namespace lunevra

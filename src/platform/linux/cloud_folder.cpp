@@ -8,6 +8,7 @@
 
 #include "platform/foundation/stored_value_json.h"
 #include "platform/linux/cloud_file.h"
+#include "platform/linux/whole_file.h"
 
 namespace lunevra {
 
@@ -110,7 +111,7 @@ void CloudFolder::writePending() {
   std::string failure;
   for (auto entry = pending_.begin(); entry != pending_.end();) {
     const auto reason =
-        writeCloudFile(folder_ / cloudFileName(entry->first), encodeStoredValue(entry->second));
+        replaceFile(folder_ / cloudFileName(entry->first), encodeStoredValue(entry->second));
     if (!reason.empty()) {
       failure = reason;
       ++entry;
