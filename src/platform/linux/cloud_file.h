@@ -10,7 +10,7 @@
 
 namespace lunevra {
 
-/// `KEY.json`; bytes that a sync program or a file system may object to are written as %XX.
+/// `KEY.json`, escaped where a sync program or a file system may object to a byte.
 [[nodiscard]] std::string cloudFileName(std::string_view key);
 
 /// The key whose file has exactly this name. Nothing for temporary files, conflict copies and

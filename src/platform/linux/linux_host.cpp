@@ -17,6 +17,7 @@ LinuxHost::LinuxHost(const LinuxPaths& paths, RunLoop& runLoop)
     : runLoop_(runLoop),
       calendar_(withDataFolder(paths).zone, log_),
       defaults_(paths.dataFolder, log_),
+      keychain_(paths.dataFolder / "keychain", paths.hasSessionBus),
       openPanels_(runLoop),
       cloud_(paths.cloudFolder, log_) {}
 

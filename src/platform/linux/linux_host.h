@@ -3,8 +3,10 @@
 #include "platform/foundation/local_notification_center.h"
 #include "platform/host.h"
 #include "platform/linux/cloud_folder.h"
+#include "platform/linux/linux_keychain.h"
 #include "platform/linux/linux_paths.h"
 #include "platform/linux/linux_user_defaults_domains.h"
+#include "platform/linux/linux_volumes.h"
 #include "platform/linux/stderr_log.h"
 #include "platform/linux/system_calendar.h"
 #include "platform/linux/system_clock.h"
@@ -33,8 +35,8 @@ class LinuxHost {
   LocalNotificationCenter notificationCenter_;
   LinuxUserDefaultsDomains defaults_;
   SystemRandom random_;
-  UnavailableKeychain keychain_;
-  UnavailableVolumes volumes_;
+  LinuxKeychain keychain_;
+  LinuxVolumes volumes_;
   UnavailableServices services_;
   UnavailableHelper helperConnector_;
   UnavailableOpenPanels openPanels_;

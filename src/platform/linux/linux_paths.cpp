@@ -34,8 +34,11 @@ LinuxPaths LinuxPaths::fromEnvironment() {
   paths.dataFolder = data / "lunevra";
   paths.cloudFolder = folderVariable("LUNEVRA_CLOUD_FOLDER");
   if (paths.cloudFolder.empty()) paths.cloudFolder = paths.dataFolder / "cloud";
-  if (auto runtime = folderVariable("XDG_RUNTIME_DIR"); !runtime.empty())
-    paths.lockFolders.push_back(std::move(runtime));
+  const auto runtime = folderVariable("XDG_RUNTIME_DIR");
+  std::error_code error;
+  paths.hasSessionBus = !variable("DBUS_SESSION_BUS_ADDRESS").empty() ||
+                        (!runtime.empty() && std::filesystem::is_socket(runtime / "bus", error));
+  if (!runtime.empty()) paths.lockFolders.push_back(runtime);
   paths.lockFolders.push_back(paths.dataFolder);
   paths.zone.environment = variable("TZ");
   return paths;
