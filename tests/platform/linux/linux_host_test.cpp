@@ -7,23 +7,6 @@
 namespace lunevra {
 namespace {
 
-/// Runs what was put on the main queue when told to.
-class ManualRunLoop : public RunLoop {
- public:
-  [[nodiscard]] Registration scheduleRepeating(std::chrono::milliseconds, std::chrono::milliseconds,
-                                               std::function<void()>) override {
-    return {};
-  }
-  void after(std::chrono::milliseconds, std::function<void()>) override {}
-  void async(std::function<void()> work) override { queue_.push_back(std::move(work)); }
-  void runOnce() {
-    for (auto& work : std::exchange(queue_, {})) work();
-  }
-
- private:
-  std::vector<std::function<void()>> queue_;
-};
-
 class LinuxComputer {
  public:
   LinuxComputer() {
