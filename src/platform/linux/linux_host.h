@@ -18,8 +18,8 @@ namespace lunevra {
 /// A Linux computer without its screen. Made on the main thread; a bad disk never makes it fail.
 class LinuxHost {
  public:
-  /// The run loop outlives the host.
-  LinuxHost(const LinuxPaths& paths, RunLoop& runLoop);
+  /// The run loop and the panels, which come from the desktop, outlive the host.
+  LinuxHost(const LinuxPaths& paths, RunLoop& runLoop, OpenPanels& openPanels);
   ~LinuxHost() = default;
   LinuxHost(const LinuxHost&) = delete;
   LinuxHost& operator=(const LinuxHost&) = delete;
@@ -29,6 +29,7 @@ class LinuxHost {
 
  private:
   RunLoop& runLoop_;
+  OpenPanels& openPanels_;
   StderrLog log_;
   SystemClock clock_;
   SystemCalendar calendar_;
@@ -39,7 +40,6 @@ class LinuxHost {
   LinuxVolumes volumes_;
   UnavailableServices services_;
   UnavailableHelper helperConnector_;
-  UnavailableOpenPanels openPanels_;
   CloudFolder cloud_;  // last: its thread ends before anything it may reach
 };
 

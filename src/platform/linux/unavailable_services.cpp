@@ -42,10 +42,4 @@ std::shared_ptr<HelperConnection> UnavailableHelper::connectPrivileged(std::stri
   return std::make_shared<DeadConnection>();
 }
 
-void UnavailableOpenPanels::chooseFolder(
-    const FolderPanelRequest& /*request*/,
-    std::function<void(std::optional<std::string>)> completion) {
-  runLoop_.async([completion = std::move(completion)] { completion(std::nullopt); });
-}
-
 }  // namespace lunevra

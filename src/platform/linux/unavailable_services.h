@@ -1,14 +1,12 @@
 #pragma once
 
 #include "platform/helper_connection.h"
-#include "platform/open_panel.h"
-#include "platform/run_loop.h"
 #include "platform/service_manager.h"
 
 namespace lunevra {
 
-// This build registers no services, reaches no helper and has no file panel. The parts below say so
-// honestly to whoever asks.
+// This build registers no services and reaches no helper. The parts below say so honestly to
+// whoever asks.
 
 /// No service is found, none can be registered.
 class UnavailableServices : public ServiceManager {
@@ -33,17 +31,6 @@ class UnavailableHelper : public HelperConnector {
  public:
   [[nodiscard]] std::shared_ptr<HelperConnection> connectPrivileged(
       std::string_view serviceName, std::function<void()> ended) override;
-};
-
-/// Every panel is cancelled on a later turn of the run loop, which outlives this.
-class UnavailableOpenPanels : public OpenPanels {
- public:
-  explicit UnavailableOpenPanels(RunLoop& runLoop) : runLoop_(runLoop) {}
-  void chooseFolder(const FolderPanelRequest& request,
-                    std::function<void(std::optional<std::string>)> completion) override;
-
- private:
-  RunLoop& runLoop_;
 };
 
 }  // namespace lunevra

@@ -55,12 +55,14 @@ class OnUsb : public testing::Test {
 
   TemporaryFolder home_;
   ManualRunLoop runLoop_;
+  NoPanels panels_;
   LinuxHost computer_{{.dataFolder = home_ / "data",
                        .cloudFolder = home_ / "cloud",
                        .lockFolders = {},
                        .zone = {},
                        .hasSessionBus = false},
-                      runLoop_};
+                      runLoop_,
+                      panels_};
   PhysicalKeyManager keys_{computer_.host()};
   std::filesystem::path drive_;
   std::string device_;

@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "platform/log.h"
+#include "platform/open_panel.h"
 #include "platform/run_loop.h"
 
 namespace lunevra {
@@ -77,6 +78,13 @@ class ManualRunLoop : public RunLoop {
 
  private:
   std::vector<std::function<void()>> queue_;
+};
+
+/// A computer without a screen to show a panel on.
+class NoPanels : public OpenPanels {
+ public:
+  void chooseFolder(const FolderPanelRequest&,
+                    std::function<void(std::optional<std::string>)>) override {}
 };
 
 inline bool eventually(const std::function<bool()>& condition,
