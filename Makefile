@@ -6,7 +6,7 @@ CTEST := ctest --output-on-failure
 
 GALLERY := $(BUILD)/gallery
 
-.PHONY: all build setup test sanitize soak lint format rehearsal gallery bench run install clean
+.PHONY: all build setup test sanitize soak lint format rehearsal gallery bench fuzz run install clean
 
 all: build
 
@@ -47,6 +47,13 @@ bench: build
 	@mkdir -p $(BUILD)/bench
 	@$(BUILD)/bin/lunevra_bench --benchmark_repetitions=5 --benchmark_report_aggregates_only=true \
 	  --benchmark_out=$(BUILD)/bench/logic.json
+
+fuzz: setup
+	@cmake --preset fuzz
+	@cmake --build $(BUILD)/fuzz -j$(JOBS) --target fuzz_key_file fuzz_mount_table
+	@for target in key_file mount_table; do mkdir -p $(BUILD)/fuzz/found/$$target && \
+	  $(BUILD)/fuzz/bin/fuzz_$$target -max_total_time=60 -print_final_stats=1 \
+	    $(BUILD)/fuzz/found/$$target tests/fuzz/corpus/$$target || exit 1; done
 
 run: build
 	@$(BUILD)/bin/lunevra

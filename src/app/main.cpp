@@ -8,6 +8,7 @@
 #include "app/menu_bar_extra.h"
 #include "app/program.h"
 #include "platform/desktop/desktop_host.h"
+#include "platform/desktop/qt_open_panels.h"
 #include "platform/desktop/qt_run_loop.h"
 #include "platform/linux/agent_start.h"
 #include "platform/linux/linux_host.h"
@@ -37,7 +38,8 @@ int runApplication(char** arguments, const LinuxPaths& paths, const SingleInstan
   int argumentCount = 1;  // the program's name; options would be Qt's, and there are none
   QGuiApplication application(argumentCount, arguments);
   QtRunLoop runLoop;
-  LinuxHost computer(paths, runLoop);
+  QtOpenPanels openPanels(runLoop);
+  LinuxHost computer(paths, runLoop, openPanels);
   const auto host = computer.host();
   DesktopHost desktop(floor, runLoop, host.log, host.notificationCenter);
   Program program(host, desktop.desktop(), lockScreenFactory(host, runLoop), daytimeContents(host));

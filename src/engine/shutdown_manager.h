@@ -121,6 +121,8 @@ class ShutdownManager {
     willChange_.notify();
     property = std::move(value);
   }
+  /// Says why, if it does.
+  [[nodiscard]] bool refusesKeyCreation();
   void createKeyOn(const std::string& folder);
   [[nodiscard]] std::string timeText(Instant instant) const;
   [[nodiscard]] std::int64_t unlockGeneration() const;

@@ -32,7 +32,7 @@ class Machine {
   }
 
   void start() {
-    host_ = std::make_unique<LinuxHost>(paths_, loop_);
+    host_ = std::make_unique<LinuxHost>(paths_, loop_, screen_.openPanels);
     auto host = host_->host();
     observation_ = host.notificationCenter.addObserver(SyncedStore::changedNotification,
                                                        [this] { ++changes_; });
