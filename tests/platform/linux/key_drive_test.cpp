@@ -60,7 +60,7 @@ class OnUsb : public testing::Test {
                        .cloudFolder = home_ / "cloud",
                        .lockFolders = {},
                        .zone = {},
-                       .hasSessionBus = false},
+                       .userBus = {}},
                       runLoop_,
                       panels_};
   PhysicalKeyManager keys_{computer_.host()};
