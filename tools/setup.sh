@@ -4,7 +4,7 @@ set -eu
 
 packages="
 ccache clang clang-format clang-tidy cmake g++ git libclang-rt-14-dev ninja-build pkg-config
-dbus dbus-user-session e2fsprogs gnome-keyring imagemagick libsecret-tools openbox sqlite3 systemd
+dbus dbus-user-session e2fsprogs gnome-keyring imagemagick libsecret-tools openbox picom sqlite3 systemd
 tzdata umockdev x11-utils x11-xkb-utils x11-xserver-utils xauth xdotool xserver-xorg-core
 xserver-xorg-video-dummy xvfb
 libbenchmark-dev libgmock-dev libgtest-dev libhowardhinnant-date-dev libmount-dev libsecret-1-dev

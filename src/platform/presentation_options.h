@@ -22,4 +22,8 @@ constexpr PresentationOptions operator|(PresentationOptions left, PresentationOp
                                           static_cast<std::uint32_t>(right));
 }
 
+constexpr bool contains(PresentationOptions options, PresentationOptions option) {
+  return (static_cast<std::uint32_t>(options) & static_cast<std::uint32_t>(option)) != 0;
+}
+
 }  // namespace lunevra

@@ -8,6 +8,8 @@
 #include <QQuickWindow>
 #include <QSGRendererInterface>
 
+#include "platform/workspace.h"
+
 namespace lunevra {
 
 void DesktopHost::prepareQt() {
@@ -26,13 +28,22 @@ DesktopHost::DesktopHost(FloorWindow& floor, RunLoop& runLoop, Log& log, Notific
   // The window group's window: the first of the program and never ordered in.
   static_cast<void>(application_.makeWindow({}));
   floor_.onDisturbed = [this] { application_.restack(); };
+  floor_.onDesktopSwitched = [this] {
+    workspaceNotifications_.post(workspace_notification::activeSpaceDidChange);
+  };
   floor_.onConnectionLost = [this] { endForLostDisplay(); };
+  application_.onPresentationOptionsChanged = [this](PresentationOptions options) {
+    if (onPresentationOptionsChanged) onPresentationOptionsChanged(options);
+  };
   QObject::connect(&floorNotifier_, &QSocketNotifier::activated, &quitFilter_,
                    [this] { floor_.readNews(); });
   QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, &quitFilter_,
                    [this](Qt::ApplicationState state) {
                      if (state != Qt::ApplicationActive && onResignActive) onResignActive();
                    });
+  // The session manager ends the session.
+  QObject::connect(qGuiApp, &QGuiApplication::commitDataRequest, &quitFilter_,
+                   [this] { workspaceNotifications_.post(workspace_notification::willPowerOff); });
   qGuiApp->installEventFilter(&quitFilter_);
 }
 

@@ -31,6 +31,7 @@ class DesktopHost {
   void handleSignals(TerminationSignals& requests);
 
   std::function<void()> onResignActive;
+  std::function<void(PresentationOptions)> onPresentationOptionsChanged;
   /// Whether to quit; without an answer the program goes on.
   std::function<bool()> onTerminateRequest;
 

@@ -14,8 +14,9 @@ FloorGuard::FloorGuard(FloorWindow& floor, RunLoop& runLoop, Log& log)
     : floor_(floor), runLoop_(runLoop), log_(log) {}
 
 void FloorGuard::setUp(bool isUp) {
-  if (isUp == floor_.isShown()) return holdInput();
-  if (isUp) {
+  if (isUp && floor_.isShown()) {
+    holdInput();
+  } else if (isUp) {
     restore();
   } else {
     grabRetry_.reset();
@@ -48,6 +49,7 @@ void FloorGuard::readNews() {
     return;
   }
   if (!floor_.isShown()) return;
+  if (news.isDesktopSwitched && onDesktopSwitched) onDesktopSwitched();
   // In a later turn: this may be the news that came while the floor was being put up.
   if (news.isRemoved) runLoop_.async(lifetime_.guard([this] { restoreRemoved(); }));
   if (news.isDisturbed) disturbed();

@@ -30,6 +30,8 @@ class FloorGuard {
   /// Something may lie above the program's windows now. Called at once, then at most once in ten
   /// milliseconds, however fast a rival is.
   std::function<void()> onDisturbed;
+  /// Only while the floor is up.
+  std::function<void()> onDesktopSwitched;
   std::function<void()> onConnectionLost;
 
  private:

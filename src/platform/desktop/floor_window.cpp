@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <string>
 
+#include "platform/desktop/x_atom.h"
 #include "platform/desktop/x_reply.h"
 #include "platform/localized_error.h"
 
@@ -19,13 +20,6 @@ xcb_screen_t* screenAt(xcb_connection_t* connection, int index) {
   return screens.data;
 }
 
-xcb_atom_t atomNamed(xcb_connection_t* connection, const std::string& name) {
-  const auto cookie =
-      xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.c_str());
-  const XReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection, cookie, nullptr));
-  return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
-}
-
 }  // namespace
 
 FloorWindow::FloorWindow() {
@@ -40,6 +34,8 @@ FloorWindow::FloorWindow() {
   pointerConnection_ = connection_.get();
   screen_ = screenAt(connection_.get(), screenIndex);
   compositorSelection_ = atomNamed(connection_.get(), "_NET_WM_CM_S" + std::to_string(screenIndex));
+  desktopProperty_ = atomNamed(connection_.get(), "_NET_CURRENT_DESKTOP");
+  serverKeys_.emplace(connection_.get(), screen_->root);
   createWindow();
 }
 
@@ -65,10 +61,12 @@ void FloorWindow::show() {
   const std::uint32_t onTop[] = {XCB_STACK_MODE_ABOVE};
   xcb_configure_window(connection, window_, XCB_CONFIG_WINDOW_STACK_MODE, onTop);
   xcb_map_window(connection, window_);
+  serverKeys_->disable();
   waitForServer();
 }
 
 void FloorWindow::hide() {
+  serverKeys_->restore();
   if (!isShown_) return;
   isShown_ = false;
   watchRoot(false);
@@ -111,7 +109,8 @@ bool FloorWindow::hasCompositor() {
 
 void FloorWindow::watchRoot(bool isWatched) {
   const std::uint32_t mask[] = {isWatched ? XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY |
-                                                XCB_EVENT_MASK_STRUCTURE_NOTIFY
+                                                XCB_EVENT_MASK_STRUCTURE_NOTIFY |
+                                                XCB_EVENT_MASK_PROPERTY_CHANGE
                                           : std::uint32_t{XCB_EVENT_MASK_NO_EVENT}};
   xcb_change_window_attributes(connection_.get(), screen_->root, XCB_CW_EVENT_MASK, mask);
 }
@@ -136,6 +135,13 @@ bool FloorWindow::holdInput() {
          pointer->status == XCB_GRAB_STATUS_SUCCESS;
 }
 
+void FloorWindow::passPointerTo(xcb_connection_t& connection) {
+  xcb_ungrab_pointer(connection_.get(), XCB_CURRENT_TIME);
+  waitForServer();
+  pointerConnection_ = &connection;
+  if (isShown_) static_cast<void>(holdInput());
+}
+
 int FloorWindow::fileDescriptor() const {
   return xcb_get_file_descriptor(connection_.get());
 }
@@ -150,6 +156,7 @@ FloorWindow::News FloorWindow::readNews() {
 }
 
 void FloorWindow::noteEvent(const xcb_generic_event_t& event, News& news) {
+  if (isShown_ && serverKeys_->isNews(event)) serverKeys_->disable();
   switch (event.response_type) {  // events made up by a client carry one more bit and match nothing
     case 0: {
       const auto& error = reinterpret_cast<const xcb_generic_error_t&>(event);
@@ -166,6 +173,11 @@ void FloorWindow::noteEvent(const xcb_generic_event_t& event, News& news) {
       const auto& configured = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
       if (configured.window == screen_->root && isShown_) coverRoot();
       news.isDisturbed = true;
+      return;
+    }
+    case XCB_PROPERTY_NOTIFY: {
+      const auto& changed = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+      if (changed.atom == desktopProperty_) news.isDesktopSwitched = true;
       return;
     }
     case XCB_UNMAP_NOTIFY: {

@@ -1,9 +1,12 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 #include <xcb/xcb.h>
+
+#include "platform/desktop/server_keys.h"
 
 namespace lunevra {
 
@@ -14,8 +17,9 @@ class FloorWindow {
  public:
   /// What the X server reported since the last time.
   struct News {
-    bool isDisturbed = false;  ///< a window came up or changed its place among the others
-    bool isRemoved = false;    ///< somebody unmapped or destroyed the shown floor
+    bool isDisturbed = false;        ///< a window came up or changed its place among the others
+    bool isDesktopSwitched = false;  ///< the person went to another of the desktops
+    bool isRemoved = false;          ///< somebody unmapped or destroyed the shown floor
     bool isConnectionLost = false;
     std::vector<std::string> errors;
   };
@@ -25,7 +29,8 @@ class FloorWindow {
 
   /// On top of all windows, black everywhere when the call returns.
   void show();
-  /// Gives up the input, and the focus to the window that had it before `show`.
+  /// Gives up the input, and the focus to the window that had it before `show`. If the floor is
+  /// not shown, it still puts back what a process that was killed has changed for it.
   void hide();
   [[nodiscard]] bool isShown() const { return isShown_; }
 
@@ -34,7 +39,7 @@ class FloorWindow {
   [[nodiscard]] bool holdInput();
   /// Grabs the pointer in this connection's name from now on, so that its windows receive the
   /// mouse.
-  void passPointerTo(xcb_connection_t& connection) { pointerConnection_ = &connection; }
+  void passPointerTo(xcb_connection_t& connection);
 
   /// Readable when there may be news; to be read after each other operation as well, since waiting
   /// for an answer takes what has arrived off the descriptor.
@@ -59,6 +64,8 @@ class FloorWindow {
   xcb_connection_t* pointerConnection_ = nullptr;
   const xcb_screen_t* screen_ = nullptr;
   xcb_atom_t compositorSelection_ = XCB_ATOM_NONE;
+  xcb_atom_t desktopProperty_ = XCB_ATOM_NONE;
+  std::optional<ServerKeys> serverKeys_;
   xcb_window_t window_ = XCB_WINDOW_NONE;
   xcb_window_t previousFocus_ = XCB_WINDOW_NONE;
   bool isShown_ = false;

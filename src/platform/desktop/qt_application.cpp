@@ -9,10 +9,6 @@
 namespace lunevra {
 namespace {
 
-bool contains(PresentationOptions options, PresentationOptions option) {
-  return (static_cast<std::uint32_t>(options) & static_cast<std::uint32_t>(option)) != 0;
-}
-
 void putOnTop(xcb_window_t window) {
   const std::uint32_t mode[] = {XCB_STACK_MODE_ABOVE};
   xcb_configure_window(qtConnection(), window, XCB_CONFIG_WINDOW_STACK_MODE, mode);
@@ -44,6 +40,7 @@ void QtApplication::setPresentationOptions(PresentationOptions options) {
   options_ = options;
   floor_.setUp(contains(options, PresentationOptions::disableProcessSwitching));
   if (floor_.isUp()) restack();
+  if (onPresentationOptionsChanged) onPresentationOptionsChanged(options);
 }
 
 void QtApplication::activateIgnoringOtherApps() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -28,6 +29,8 @@ class QtApplication : public Application, private DesktopWindow::Owner {
   /// Puts the visible windows and the floor directly under them on top of everything else, without
   /// the floor ever being in front of them.
   void restack();
+
+  std::function<void(PresentationOptions)> onPresentationOptionsChanged;
 
  private:
   void orderedFront(DesktopWindow& window) override;
