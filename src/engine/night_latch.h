@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "platform/host.h"
+#include "platform/user_defaults.h"
 
 namespace lunevra {
 
@@ -10,7 +10,7 @@ namespace lunevra {
 /// night: as a date in the standard defaults and as seconds in the app group's. Main thread only.
 class NightLatch {
  public:
-  explicit NightLatch(const Host& host) : domains_(host.defaults) {}
+  explicit NightLatch(UserDefaultsDomains& domains) : domains_(domains) {}
 
   /// The later of the copies that are present and readable, whether past or future.
   [[nodiscard]] std::optional<Instant> until() const;
@@ -32,7 +32,7 @@ class NightLatch {
 /// The end of the release that a physical key granted; kept on this machine only.
 class PhysicalOverride {
  public:
-  explicit PhysicalOverride(const Host& host) : domains_(host.defaults) {}
+  explicit PhysicalOverride(UserDefaultsDomains& domains) : domains_(domains) {}
 
   [[nodiscard]] std::optional<Instant> until() const;
   [[nodiscard]] bool isInForce(Instant now) const;

@@ -23,8 +23,8 @@ ShutdownManager::ShutdownManager(const Host& host, SyncedStore& store,
       keyManager_(keyManager),
       firewall_(firewall),
       agent_(host),
-      latch_(host),
-      override_(host) {
+      latch_(host.defaults),
+      override_(host.defaults) {
   const auto own = schedule();
   store_.seedScheduleIfNeeded(own.blockStartHour, own.blockStartMinute, own.wakeHour,
                               own.wakeMinute);

@@ -36,6 +36,12 @@ void DaytimeScenes::openSettings(ShutdownManager& engine) {
   settings_->makeKeyWindow();
 }
 
+void DaytimeScenes::bringMenuForward(ShutdownManager& engine) {
+  const auto screen = desktop_.displays.mainScreen();
+  const auto display = screen ? screen->frame : Rect{};
+  openMenu(engine, display.x + display.width / 2, display.y + display.height / 3);
+}
+
 void DaytimeScenes::openMenu(ShutdownManager& engine, double x, double y) {
   if (!contents_.menu || engine.currentState() != BlockingState::idle) return;
   if (!menu_) {

@@ -37,6 +37,8 @@ class DaytimeScenes {
 
   /// Opens the window or brings it forward.
   void openSettings(ShutdownManager& engine);
+  /// Opens the menu in the middle of the main display, for a desktop without a tray.
+  void bringMenuForward(ShutdownManager& engine);
   /// Opens the menu next to this place on the desktop, in points.
   void openMenu(ShutdownManager& engine, double x, double y);
 

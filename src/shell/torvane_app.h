@@ -22,9 +22,10 @@ class TorvaneApp {
   /// The window group's content appeared, for the first or a further time.
   void windowGroupContentAppeared();
 
-  /// The settings scene, and the menu-bar extra's menu next to a place on the desktop. Neither
-  /// opens while the lock is up.
+  /// The settings scene, and the menu-bar extra's menu, in the middle of the main display or next
+  /// to a place on the desktop. None opens while the lock is up.
   void openSettings() { scenes_.openSettings(shutdownManager()); }
+  void bringMenuForward() { scenes_.bringMenuForward(shutdownManager()); }
   void openMenu(double x, double y) { scenes_.openMenu(shutdownManager(), x, y); }
 
   ShutdownManager& shutdownManager();

@@ -64,8 +64,8 @@ class Night {
   [[nodiscard]] std::optional<bool> wasQuitAccepted() const { return wasQuitAccepted_; }
   [[nodiscard]] std::optional<bool> wasKeyPassed() const { return wasKeyPassed_; }
 
-  [[nodiscard]] NightLatch latch() { return NightLatch(computer_.host()); }
-  [[nodiscard]] PhysicalOverride release() { return PhysicalOverride(computer_.host()); }
+  [[nodiscard]] NightLatch latch() { return NightLatch(computer_.defaults); }
+  [[nodiscard]] PhysicalOverride release() { return PhysicalOverride(computer_.defaults); }
   [[nodiscard]] int registrationsSinceLaunch(const SimulatedService& service) const;
 
  private:

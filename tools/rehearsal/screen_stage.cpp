@@ -94,7 +94,7 @@ void ScreenStage::phaseIs(BlockingState state) {
   if (state == BlockingState::idle) halfWay_.reset();
   if (!lockBegins) return;
   const auto now = computer_.time.now();
-  if (const auto end = NightLatch(computer_.host()).until()) halfWay_ = now + (*end - now) / 2;
+  if (const auto end = NightLatch(computer_.defaults).until()) halfWay_ = now + (*end - now) / 2;
 }
 
 void ScreenStage::takeDuePictures() {

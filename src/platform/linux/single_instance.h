@@ -16,14 +16,16 @@ class SingleInstance {
   using Folders = std::span<const std::filesystem::path>;
 
   /// Locks `lunevra.lock` in the first folder that takes it. Nothing if another process holds the
-  /// lock. Where no folder takes a lock the right is granted: two locks disturb nobody's night,
-  /// none would. Never waits.
+  /// lock, which is called then. Where no folder takes a lock the right is granted: two locks
+  /// disturb nobody's night, none would. Never waits.
   [[nodiscard]] static std::optional<SingleInstance> tryAcquire(Folders folders, Log& log);
   /// The same, but sleeps while another process holds the lock and has it the moment that one ends.
   [[nodiscard]] static SingleInstance waitFor(Folders folders, Log& log);
 
   /// Tells a copy that waits for the lock that the person has quit this one.
   void leaveWordOfQuit() const;
+  /// The lock file, for those who listen to it; -1 where there is none.
+  [[nodiscard]] int fileDescriptor() const { return file_.get(); }
   /// The copy that was waited for left that word.
   [[nodiscard]] bool followsQuit() const { return followsQuit_; }
 

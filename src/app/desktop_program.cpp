@@ -1,0 +1,79 @@
+#include "app/desktop_program.h"
+
+#include "app/daytime.h"
+#include "app/early_cover.h"
+#include "platform/linux/stderr_log.h"
+#include "ui/lock_screen/lock_screen_content.h"
+
+namespace lunevra {
+namespace {
+
+/// All that has to be done before the toolkit's application object is made.
+int& prepared(int& argumentCount, const LinuxPaths& paths, FloorWindow& floor) {
+  StderrLog log;
+  coverRunningNight(paths, floor, log);
+  DesktopHost::prepareQt();
+  return argumentCount;
+}
+
+}  // namespace
+
+DesktopProgram::DesktopProgram(char** arguments, const LinuxPaths& paths,
+                               const SingleInstance& instance)
+    : instance_(instance),
+      application_(prepared(argumentCount_, paths, floor_), arguments),
+      computer_(paths, runLoop_, openPanels_),
+      program_(host_, desktop_.desktop(), lockScreenFactory(host_, runLoop_),
+               daytimeContents(host_)),
+      login_(paths.systemBus, runLoop_, desktop_.desktop().workspaceNotifications,
+             [this] { program_.app().appDelegate().systemWillSleep(); }),
+      calls_(instance),
+      callNotifier_(calls_.fileDescriptor(), QSocketNotifier::Read) {
+  connectDelegate();
+  connectLoginSession();
+  listenToCalls();
+}
+
+DesktopProgram::~DesktopProgram() {
+  desktop_.onResignActive = nullptr;  // the windows that close now are no reason to come back
+  desktop_.onPresentationOptionsChanged = nullptr;
+}
+
+void DesktopProgram::connectDelegate() {
+  auto& delegate = program_.app().appDelegate();
+  desktop_.onResignActive = [&delegate] { delegate.applicationDidResignActive(); };
+  desktop_.onTerminateRequest = [&delegate] {
+    return delegate.applicationShouldTerminate() == TerminateReply::now;
+  };
+  desktop_.handleSignals(requests_);
+}
+
+void DesktopProgram::connectLoginSession() {
+  desktop_.onPresentationOptionsChanged = [this](PresentationOptions options) {
+    login_.setTerminationInhibited(
+        contains(options, PresentationOptions::disableSessionTermination));
+  };
+}
+
+/// Whoever starts the program once more wants to see it.
+void DesktopProgram::listenToCalls() {
+  QObject::connect(&callNotifier_, &QSocketNotifier::activated, &application_, [this] {
+    if (calls_.take()) program_.app().bringMenuForward();
+  });
+}
+
+int DesktopProgram::run() {
+  program_.app().launch();
+  runLoop_.async([this] { program_.app().windowGroupContentAppeared(); });
+  runLoop_.async([this] { menuBarExtra_.emplace(program_.app(), runLoop_); });  // after the cover
+  // A request like any other: the engine decides.
+  if (instance_.followsQuit()) runLoop_.async([] { QGuiApplication::quit(); });
+  return QGuiApplication::exec();
+}
+
+bool DesktopProgram::isLockOff() {
+  const auto& engine = program_.app().shutdownManager();
+  return engine.currentState() == BlockingState::idle && !engine.shouldPreventQuit();
+}
+
+}  // namespace lunevra
