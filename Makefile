@@ -29,6 +29,8 @@ sanitize: setup
 soak: build
 	@LUNEVRA_SOAK_SECONDS=$(SOAK_SECONDS) $(BUILD)/bin/lunevra_app_tests
 	@LUNEVRA_SOAK_SECONDS=$(SOAK_SECONDS) $(BUILD)/bin/linux_test --gtest_filter='KilledWriter*'
+	@LUNEVRA_SOAK_SECONDS=$(SOAK_SECONDS) $(BUILD)/bin/lunevra_host_tests \
+	  --gtest_filter='*Outlasts*:*CoversWhatever*'
 
 lint: build
 	@tools/lint.sh
@@ -42,6 +44,7 @@ rehearsal: build
 gallery: build
 	@$(BUILD)/bin/lunevra-gallery $(GALLERY)
 	@QT_SCALE_FACTOR=2 $(BUILD)/bin/lunevra-gallery $(GALLERY) 1920x1080
+	@$(BUILD)/bin/lunevra-daytime-gallery $(GALLERY)
 
 bench: build
 	@mkdir -p $(BUILD)/bench

@@ -1,7 +1,12 @@
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <gtest/gtest.h>
+#include <initializer_list>
+#include <iostream>
 #include <optional>
+#include <random>
+#include <set>
 
 #include "host/child_process.h"
 #include "host/eventually.h"
@@ -16,7 +21,13 @@ namespace {
 
 using std::chrono_literals::operator""h;
 using std::chrono_literals::operator""ms;
+using std::chrono_literals::operator""ns;
 using std::chrono_literals::operator""s;
+using std::chrono::steady_clock;
+
+bool isSoak() {
+  return std::getenv("LUNEVRA_SOAK_SECONDS") != nullptr;
+}
 
 /// One person's computer: an X server, a home, and the real program.
 class LockOnX11 : public testing::Test {
@@ -56,11 +67,12 @@ class LockOnX11 : public testing::Test {
 TEST_F(LockOnX11, CoversEveryDisplayAndOpensWhenTheNightIsOver) {
   server_.plugIn("DUMMY1", "1280x720", "1024x0");
   ASSERT_FALSE(screen_.isCovered());
-  latchNight(4s);
+  latchNight(6s);
   const auto program = start();
   EXPECT_TRUE(getsLocked());
-  EXPECT_TRUE(screen_.hasWindowAt(0, 0, 1024, 768));
-  EXPECT_TRUE(screen_.hasWindowAt(1024, 0, 1280, 720));
+  EXPECT_TRUE(eventually([&] {
+    return screen_.hasWindowAt(0, 0, 1024, 768) && screen_.hasWindowAt(1024, 0, 1280, 720);
+  }));
 
   EXPECT_TRUE(eventually([&] { return !screen_.isCovered(); }, 20s));
   EXPECT_TRUE(screen_.takesInput());
@@ -113,6 +125,89 @@ TEST_F(LockOnX11, StaysInFrontOfWindowsThatRise) {
   EXPECT_TRUE(isLocked());
 }
 
+TEST_F(LockOnX11, HoldsUnderAWindowManagerAndACompositor) {
+  const std::vector<std::string> place{"DISPLAY=" + server_.display(),
+                                       "HOME=" + home_.path().string()};
+  const ChildProcess manager({"openbox"}, place);
+  const ChildProcess compositor({"picom", "--backend", "xrender", "--config", "/dev/null"}, place);
+  ASSERT_TRUE(eventually([&] { return screen_.isManaged() && screen_.isComposited(); }));
+  const auto window = screen_.openWindow(false);
+  ASSERT_TRUE(eventually([&] { return screen_.isBright(500, 20); }));
+  latchNight(4s);
+  const auto program = start();
+  ASSERT_TRUE(getsLocked());
+  screen_.raise(window);
+  screen_.openWindow(true);
+  screen_.switchDesktop(1);
+  EXPECT_TRUE(eventually([&] { return isLocked(); }));
+  server_.plugIn("DUMMY1", "1280x720", "1024x0");
+  EXPECT_TRUE(eventually([&] { return isLocked(); }));
+  EXPECT_TRUE(eventually([&] { return screen_.isBright(500, 20); }, 20s)) << "opens in the morning";
+}
+
+TEST_F(LockOnX11, OutlastsAClientThatKeepsOpeningWindows) {
+  latchNight(1h);
+  const auto program = start();
+  ASSERT_TRUE(getsLocked());
+  const auto end = steady_clock::now() + (isSoak() ? 10'000ms : 1'500ms);
+  auto lastCovered = steady_clock::now();
+  auto longest = 0ns;
+  for (auto nextWindow = lastCovered; steady_clock::now() < end;) {
+    if (steady_clock::now() >= nextWindow) {
+      screen_.openWindow(true);
+      nextWindow += 10ms;
+    }
+    const auto now = steady_clock::now();
+    if (!screen_.isBright(500, 20)) lastCovered = now;
+    longest = std::max(longest, std::chrono::nanoseconds(now - lastCovered));
+  }
+  EXPECT_TRUE(eventually([&] { return screen_.isCovered(); }));
+  EXPECT_LT(longest, 1s) << "seen that long";
+  if (isSoak()) std::cout << "longest in sight: " << longest / 1.0ms << " ms\n";
+}
+
+TEST_F(LockOnX11, LetsNothingTypedThrough) {
+  screen_.focusWindow();
+  screen_.typeAndClick();
+  ASSERT_TRUE(eventually([&] { return screen_.inputReceived() > 0; }));
+  latchNight(1h);
+  const auto program = start();
+  ASSERT_TRUE(getsLocked());
+  static_cast<void>(screen_.inputReceived());
+  for (std::uint32_t i = 0; i < 100; ++i) {
+    screen_.typeAndClick();
+    screen_.switchDesktop(i % 2);
+  }
+  EXPECT_TRUE(isLocked());
+  EXPECT_EQ(screen_.inputReceived(), 0);
+}
+
+TEST_F(LockOnX11, CoversWhateverDisplaysComeGoMoveAndTurn) {
+  latchNight(1h);
+  const auto program = start();
+  ASSERT_TRUE(getsLocked());
+  std::minstd_rand random(7);
+  const auto oneOf = [&](std::initializer_list<const char*> words) {
+    return std::string(words.begin()[random() % words.size()]);
+  };
+  std::set<std::string> plugged{"DUMMY0"};
+  for (int i = 0; i < (isSoak() ? 200 : 20); ++i) {
+    const auto output = "DUMMY" + std::to_string(random() % 6);
+    if (random() % 3 == 0) {
+      server_.unplug(output);
+      plugged.erase(output);
+    } else {
+      server_.plugIn(output, oneOf({"1024x768", "1280x720", "800x600", "600x800"}),
+                     oneOf({"0x0", "1280x0", "640x720", "2560x300", "0x768"}));
+      plugged.insert(output);
+    }
+    EXPECT_TRUE(eventually([&] { return screen_.isCovered(); }, 1s)) << i;
+  }
+  EXPECT_TRUE(eventually([&] { return screen_.visibleWindowCount() == plugged.size() + 1; }))
+      << "one a display, and the floor";
+  EXPECT_TRUE(isLocked());
+}
+
 TEST_F(LockOnX11, TakesItsPlaceBackWhenItsWindowsAreDestroyed) {
   latchNight(1h);
   const auto program = start();
@@ -124,6 +219,24 @@ TEST_F(LockOnX11, TakesItsPlaceBackWhenItsWindowsAreDestroyed) {
     return now != XCB_WINDOW_NONE && now != floor;
   }));
   EXPECT_TRUE(getsLocked());
+}
+
+TEST_F(LockOnX11, TakesTheServersOwnKeysAndGivesThemBackEvenAfterACrash) {
+  const int keys = screen_.serverKeyActions();
+  ASSERT_GT(keys, 0);
+  latchNight(1h);
+  auto program = start();
+  ASSERT_TRUE(getsLocked());
+  EXPECT_TRUE(eventually([&] { return screen_.serverKeyActions() == 0; }));
+  server_.loadKeymap("de");
+  EXPECT_TRUE(eventually([&] { return screen_.serverKeyActions() == 0; })) << "a new keyboard";
+  program->signal(SIGKILL);
+  EXPECT_TRUE(program->exitStatus());
+  EXPECT_EQ(screen_.serverKeyActions(), 0);
+  defaults_.standard().remove(settings_key::activeNightLockUntil);
+  group().remove(settings_key::activeMacNightLockUntil);
+  program = start();
+  EXPECT_TRUE(eventually([&] { return screen_.serverKeyActions() == keys; }));
 }
 
 TEST_F(LockOnX11, WaitsBlackForInputThatAnotherProgramHolds) {

@@ -5,6 +5,11 @@
 #include <span>
 #include <type_traits>
 
+#define explicit explicit_  // the header is C's and has a member of that name
+#include <xcb/xkb.h>
+#undef explicit
+#include <xcb/xtest.h>
+
 #include "platform/desktop/x_reply.h"
 
 namespace lunevra::host_test {
@@ -43,6 +48,16 @@ bool XProbe::isCovered() const {
   return static_cast<std::size_t>(dark) > pixels.size() / 10 * 9 &&  // the rest is text
          std::none_of(pixels.begin(), pixels.end(),
                       [](auto pixel) { return (pixel & 0xFFFFFF) == brightColor; });
+}
+
+bool XProbe::isBright(int x, int y) const {
+  const auto image =
+      answer(xcb_get_image_reply, connection_.get(),
+             xcb_get_image(connection_.get(), XCB_IMAGE_FORMAT_Z_PIXMAP, root_,
+                           static_cast<std::int16_t>(x), static_cast<std::int16_t>(y), 1, 1, ~0U));
+  std::uint32_t pixel = 0;
+  if (image) std::memcpy(&pixel, xcb_get_image_data(image.get()), sizeof pixel);
+  return (pixel & 0xFFFFFF) == brightColor;
 }
 
 std::vector<XProbe::Place> XProbe::visibleWindows() const {
@@ -94,6 +109,35 @@ void XProbe::destroy(xcb_window_t window) const {
   xcb_flush(connection_.get());
 }
 
+void XProbe::focusWindow() const {
+  auto* const x = connection_.get();
+  const auto window = openWindow(true);
+  const std::uint32_t events[] = {XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_BUTTON_PRESS};
+  xcb_change_window_attributes(x, window, XCB_CW_EVENT_MASK, events);
+  xcb_set_input_focus(x, XCB_INPUT_FOCUS_POINTER_ROOT, window, XCB_CURRENT_TIME);
+  xcb_flush(x);
+}
+
+void XProbe::typeAndClick() const {
+  auto* const x = connection_.get();
+  constexpr std::uint8_t letter = 38;
+  for (const auto& [event, detail] : {std::pair<std::uint8_t, std::uint8_t>{XCB_KEY_PRESS, letter},
+                                      {XCB_KEY_RELEASE, letter},
+                                      {XCB_BUTTON_PRESS, 1},
+                                      {XCB_BUTTON_RELEASE, 1}})
+    xcb_test_fake_input(x, event, detail, XCB_CURRENT_TIME, root_, 0, 0, 0);
+  xcb_flush(x);
+}
+
+int XProbe::inputReceived() const {
+  auto* const x = connection_.get();
+  answer(xcb_get_input_focus_reply, x, xcb_get_input_focus(x));  // whatever was sent is here now
+  int count = 0;
+  while (const XReply<xcb_generic_event_t> event{xcb_poll_for_event(x)})
+    if (event->response_type == XCB_KEY_PRESS || event->response_type == XCB_BUTTON_PRESS) ++count;
+  return count;
+}
+
 int XProbe::grabKeyboard() const {
   auto* const x = connection_.get();
   return answer(xcb_grab_keyboard_reply, x,
@@ -125,6 +169,52 @@ bool XProbe::isInputHeld() const {
                       grabPointer() == XCB_GRAB_STATUS_ALREADY_GRABBED;
   if (!isHeld) release();
   return isHeld;
+}
+
+int XProbe::serverKeyActions() const {
+  auto* const x = connection_.get();
+  constexpr auto keyboard = XCB_XKB_ID_USE_CORE_KBD;
+  answer(xcb_xkb_use_extension_reply, x, xcb_xkb_use_extension(x, 1, 0));
+  const auto reply = answer(xcb_xkb_get_map_reply, x,
+                            xcb_xkb_get_map(x, keyboard, XCB_XKB_MAP_PART_KEY_ACTIONS, 0, 0, 0, 0,
+                                            0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0));
+  // A count for each key, padded to four bytes, then the actions of eight bytes, their type first.
+  const auto* bytes = static_cast<const std::uint8_t*>(xcb_xkb_get_map_map(reply.get()));
+  const auto* actions = bytes + (reply->nKeyActions + 3) / 4 * 4;
+  int count = 0;
+  for (int i = 0; i < reply->totalActions; ++i) {
+    const auto type = actions[i * 8];
+    if (type == XCB_XKB_SA_TYPE_TERMINATE || type == XCB_XKB_SA_TYPE_SWITCH_SCREEN || type == 0x86)
+      ++count;
+  }
+  return count;
+}
+
+xcb_atom_t XProbe::atom(const std::string& name) const {
+  return answer(xcb_intern_atom_reply, connection_.get(),
+                xcb_intern_atom(connection_.get(), 0, static_cast<std::uint16_t>(name.size()),
+                                name.c_str()))
+      ->atom;
+}
+
+bool XProbe::isManaged() const {
+  const auto check =
+      answer(xcb_get_property_reply, connection_.get(),
+             xcb_get_property(connection_.get(), 0, root_, atom("_NET_SUPPORTING_WM_CHECK"),
+                              XCB_ATOM_WINDOW, 0, 1));
+  return check && check->value_len == 1;
+}
+
+bool XProbe::isComposited() const {
+  return answer(xcb_get_selection_owner_reply, connection_.get(),
+                xcb_get_selection_owner(connection_.get(), atom("_NET_WM_CM_S0")))
+             ->owner != XCB_WINDOW_NONE;
+}
+
+void XProbe::switchDesktop(std::uint32_t number) const {
+  xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, root_, atom("_NET_CURRENT_DESKTOP"),
+                      XCB_ATOM_CARDINAL, 32, 1, &number);
+  xcb_flush(connection_.get());
 }
 
 }  // namespace lunevra::host_test

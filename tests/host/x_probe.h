@@ -15,8 +15,11 @@ class XProbe {
 
   /// Nothing of the bright colour is left on the whole screen, and nearly all of it is dark.
   [[nodiscard]] bool isCovered() const;
+  /// The same for one point, quickly.
+  [[nodiscard]] bool isBright(int x, int y) const;
   /// Whether a visible window has exactly that place.
   [[nodiscard]] bool hasWindowAt(int x, int y, int width, int height) const;
+  [[nodiscard]] std::size_t visibleWindowCount() const { return visibleWindows().size(); }
   /// The visible window that is larger than any screen.
   [[nodiscard]] xcb_window_t floor() const;
 
@@ -25,11 +28,23 @@ class XProbe {
   void raise(xcb_window_t window) const;
   void destroy(xcb_window_t window) const;
 
+  /// Opens a window that has the keyboard, types and clicks as a person would, and counts what any
+  /// of this program's windows has received.
+  void focusWindow() const;
+  void typeAndClick() const;
+  [[nodiscard]] int inputReceived() const;
+
   /// True if this program gets the keyboard and the pointer; it then keeps them until `release`.
   [[nodiscard]] bool takesInput() const;
   void release() const;
   /// Whether another program holds both.
   [[nodiscard]] bool isInputHeld() const;
+  /// Number of key actions by which the server itself switches terminals, ends or breaks grabs.
+  [[nodiscard]] int serverKeyActions() const;
+  [[nodiscard]] bool isManaged() const;
+  [[nodiscard]] bool isComposited() const;
+  /// Goes to another of the window manager's desktops, as a pager would.
+  void switchDesktop(std::uint32_t number) const;
 
  private:
   struct Place {
@@ -40,6 +55,7 @@ class XProbe {
     void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
   };
   [[nodiscard]] std::vector<Place> visibleWindows() const;
+  [[nodiscard]] xcb_atom_t atom(const std::string& name) const;
   [[nodiscard]] int grabKeyboard() const;
   [[nodiscard]] int grabPointer() const;
 

@@ -28,6 +28,7 @@ Section "Monitor"
   Identifier "any"
   HorizSync 1-200
   VertRefresh 1-200
+  Modeline "600x800" 38.25 600 640 704 808 800 803 813 831
 EndSection
 Section "Screen"
   Identifier "screen"
@@ -35,7 +36,7 @@ Section "Screen"
   Monitor "any"
   DefaultDepth 24
   SubSection "Display"
-    Modes "1024x768" "1280x720" "800x600"
+    Modes "1024x768" "1280x720" "800x600" "600x800"
   EndSubSection
 EndSection)";
     // The server itself looks for a free display and writes its number once it answers.
@@ -59,12 +60,15 @@ EndSection)";
     randr("--output " + output + " --mode " + mode + " --pos " + position);
   }
   void unplug(const std::string& output) { randr("--output " + output + " --off"); }
+  void loadKeymap(const std::string& layout) const {
+    run("setxkbmap -display " + display_ + " -layout " + layout);
+  }
   void kill() { process_->signal(SIGKILL); }
 
  private:
-  void randr(const std::string& arguments) const {
-    if (std::system(("xrandr -d " + display_ + " " + arguments).c_str()) != 0)
-      throw std::runtime_error("xrandr " + arguments);
+  void randr(const std::string& arguments) const { run("xrandr -d " + display_ + " " + arguments); }
+  static void run(const std::string& command) {
+    if (std::system(command.c_str()) != 0) throw std::runtime_error(command);
   }
 
   TemporaryFolder folder_;
