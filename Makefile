@@ -1,11 +1,12 @@
 # Commands for people; README.md says what each is for.
 BUILD := build
+SOAK_SECONDS ?= 60
 JOBS ?= $(shell nproc)
 CTEST := ctest --output-on-failure
 
 GALLERY := $(BUILD)/gallery
 
-.PHONY: all build setup test sanitize lint format rehearsal gallery bench run install clean
+.PHONY: all build setup test sanitize soak lint format rehearsal gallery bench fuzz run install clean
 
 all: build
 
@@ -24,6 +25,11 @@ sanitize: setup
 	@cmake --build $(BUILD)/sanitize -j$(JOBS)
 	@$(CTEST) --test-dir $(BUILD)/sanitize -j$(JOBS)
 
+# Long runs of what `make test` tries briefly.
+soak: build
+	@LUNEVRA_SOAK_SECONDS=$(SOAK_SECONDS) $(BUILD)/bin/lunevra_app_tests
+	@LUNEVRA_SOAK_SECONDS=$(SOAK_SECONDS) $(BUILD)/bin/linux_test --gtest_filter='KilledWriter*'
+
 lint: build
 	@tools/lint.sh
 
@@ -41,6 +47,13 @@ bench: build
 	@mkdir -p $(BUILD)/bench
 	@$(BUILD)/bin/lunevra_bench --benchmark_repetitions=5 --benchmark_report_aggregates_only=true \
 	  --benchmark_out=$(BUILD)/bench/logic.json
+
+fuzz: setup
+	@cmake --preset fuzz
+	@cmake --build $(BUILD)/fuzz -j$(JOBS) --target fuzz_key_file fuzz_mount_table
+	@for target in key_file mount_table; do mkdir -p $(BUILD)/fuzz/found/$$target && \
+	  $(BUILD)/fuzz/bin/fuzz_$$target -max_total_time=60 -print_final_stats=1 \
+	    $(BUILD)/fuzz/found/$$target tests/fuzz/corpus/$$target || exit 1; done
 
 run: build
 	@$(BUILD)/bin/lunevra

@@ -43,6 +43,24 @@ void pollPhysicalKeyWithoutFingerprint(benchmark::State& state) {
 }
 BENCHMARK(pollPhysicalKeyWithoutFingerprint);
 
+// One scan of drives that all count and carry a file that does not match.
+void scanVolumes(benchmark::State& state) {
+  SimulatedHost computer;
+  computer.keychain.setItem(Bytes(32));
+  for (std::int64_t number = 0; number < state.range(0); ++number) {
+    const auto name = std::to_string(number);
+    computer.volumes.attach({.name = name, .path = "/Volumes/" + name});
+    computer.volumes.putFile(name, std::string(PhysicalKeyManager::keyFileName),
+                             R"({"version":1,"identifier":"","secret":"AAAA"})");
+  }
+  const PhysicalKeyManager keys(computer.host());
+  for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(keys.findMountedMatchingKey());
+  state.counters["perVolume"] = benchmark::Counter(
+      static_cast<double>(state.range(0)),
+      benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+BENCHMARK(scanVolumes)->RangeMultiplier(10)->Range(1, 1000);
+
 void oneDayAndNight(benchmark::State& state) {
   Daytime daytime;
   for ([[maybe_unused]] auto _ : state) daytime.time().pass(std::chrono::hours{24});

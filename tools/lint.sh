@@ -22,4 +22,4 @@ cmake --preset release -B "$analysis" -DCMAKE_CXX_COMPILER=clang++ -DLUNEVRA_DES
   -DLUNEVRA_TESTS=OFF >/dev/null
 sed -n 's/^ *"file": "\(.*\)",*$/\1/p' "$analysis/compile_commands.json" |
   xargs -P "$(nproc)" -n 2 clang-tidy -p "$analysis" --quiet 2>/dev/null
-cmake --build build --target lunevra_ui_qmllint
+cmake --build build --target lunevra_ui_qmllint lunevra_daytime_qmllint

@@ -4,13 +4,16 @@ set -eu
 
 packages="
 ccache clang clang-format clang-tidy cmake g++ git libclang-rt-14-dev ninja-build pkg-config
-dbus dbus-user-session imagemagick openbox sqlite3 systemd tzdata x11-utils x11-xserver-utils xauth
-xdotool xserver-xorg-core xserver-xorg-video-dummy xvfb
-libbenchmark-dev libgmock-dev libgtest-dev libhowardhinnant-date-dev libsqlite3-dev libssl-dev
-libsystemd-dev libxcb-icccm4-dev libxcb-randr0-dev libxcb-xfixes0-dev libxcb-xtest0-dev
-libxcb1-dev nlohmann-json3-dev uuid-dev
-qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript qml6-module-qtquick
-qml6-module-qtquick-shapes qml6-module-qtquick-window qt6-base-dev qt6-declarative-dev
+dbus dbus-user-session e2fsprogs gnome-keyring imagemagick libsecret-tools openbox sqlite3 systemd
+tzdata umockdev x11-utils x11-xkb-utils x11-xserver-utils xauth xdotool xserver-xorg-core
+xserver-xorg-video-dummy xvfb
+libbenchmark-dev libgmock-dev libgtest-dev libhowardhinnant-date-dev libmount-dev libsecret-1-dev
+libsqlite3-dev libssl-dev libsystemd-dev libudev-dev libxcb-icccm4-dev libxcb-randr0-dev
+libxcb-xfixes0-dev libxcb-xkb-dev libxcb-xtest0-dev libxcb1-dev nlohmann-json3-dev uuid-dev
+qml6-module-qt-labs-folderlistmodel qml6-module-qtqml qml6-module-qtqml-models
+qml6-module-qtqml-workerscript qml6-module-qtquick qml6-module-qtquick-controls
+qml6-module-qtquick-dialogs qml6-module-qtquick-layouts qml6-module-qtquick-shapes
+qml6-module-qtquick-templates qml6-module-qtquick-window qt6-base-dev qt6-declarative-dev
 qt6-declarative-dev-tools
 fonts-ebgaramond fonts-inter fonts-quicksand
 "

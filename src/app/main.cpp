@@ -1,10 +1,14 @@
 #include <csignal>
 #include <cstdlib>
+#include <optional>
 
 #include <QGuiApplication>
 
+#include "app/daytime.h"
+#include "app/menu_bar_extra.h"
 #include "app/program.h"
 #include "platform/desktop/desktop_host.h"
+#include "platform/desktop/qt_open_panels.h"
 #include "platform/desktop/qt_run_loop.h"
 #include "platform/linux/agent_start.h"
 #include "platform/linux/linux_host.h"
@@ -34,10 +38,11 @@ int runApplication(char** arguments, const LinuxPaths& paths, const SingleInstan
   int argumentCount = 1;  // the program's name; options would be Qt's, and there are none
   QGuiApplication application(argumentCount, arguments);
   QtRunLoop runLoop;
-  LinuxHost computer(paths, runLoop);
+  QtOpenPanels openPanels(runLoop);
+  LinuxHost computer(paths, runLoop, openPanels);
   const auto host = computer.host();
   DesktopHost desktop(floor, runLoop, host.log, host.notificationCenter);
-  Program program(host, desktop.desktop(), lockScreenFactory(host, runLoop));
+  Program program(host, desktop.desktop(), lockScreenFactory(host, runLoop), daytimeContents(host));
 
   auto& delegate = program.app().appDelegate();
   desktop.onResignActive = [&] { delegate.applicationDidResignActive(); };
@@ -48,6 +53,8 @@ int runApplication(char** arguments, const LinuxPaths& paths, const SingleInstan
 
   program.app().launch();
   runLoop.async([&] { program.app().windowGroupContentAppeared(); });
+  std::optional<MenuBarExtra> menuBarExtra;
+  runLoop.async([&] { menuBarExtra.emplace(program.app(), runLoop); });  // after the cover
   // A request like any other: the engine decides.
   if (instance.followsQuit()) runLoop.async([] { QGuiApplication::quit(); });
   const int status = QGuiApplication::exec();

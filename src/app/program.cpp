@@ -4,8 +4,9 @@
 
 namespace lunevra {
 
-Program::Program(const Host& host, const Desktop& desktop, LockContentFactory lockContent)
-    : host_(host), app_(host, desktop, std::move(lockContent), [this] {
+Program::Program(const Host& host, const Desktop& desktop, LockContentFactory lockContent,
+                 DaytimeContents daytime)
+    : host_(host), app_(host, desktop, std::move(lockContent), std::move(daytime), [this] {
         return std::make_unique<ShutdownManager>(host_, syncedStore(), physicalKeyManager(),
                                                  firewallHelperClient());
       }) {}

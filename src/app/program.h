@@ -11,7 +11,8 @@ namespace lunevra {
 class Program {
  public:
   /// Host and desktop outlive the program.
-  Program(const Host& host, const Desktop& desktop, LockContentFactory lockContent);
+  Program(const Host& host, const Desktop& desktop, LockContentFactory lockContent,
+          DaytimeContents daytime = {});
 
   [[nodiscard]] SyncedStore& syncedStore();
   [[nodiscard]] PhysicalKeyManager& physicalKeyManager();

@@ -44,6 +44,8 @@ class ShutdownManager {
   [[nodiscard]] bool isPhysicalKeyMounted() const { return isPhysicalKeyMounted_; }
   [[nodiscard]] const std::string& physicalKeyMessage() const { return physicalKeyMessage_; }
   [[nodiscard]] Registration observeChanges(std::function<void()> willChange);
+  /// Tells the observers of something that views read and that is no property of the engine.
+  void announceChange() const { willChange_.notify(); }
 
   // Schedule.
   /// Read afresh from the standard defaults; every field within its range.
@@ -119,6 +121,8 @@ class ShutdownManager {
     willChange_.notify();
     property = std::move(value);
   }
+  /// Says why, if it does.
+  [[nodiscard]] bool refusesKeyCreation();
   void createKeyOn(const std::string& folder);
   [[nodiscard]] std::string timeText(Instant instant) const;
   [[nodiscard]] std::int64_t unlockGeneration() const;

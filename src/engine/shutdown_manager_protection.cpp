@@ -42,14 +42,7 @@ void ShutdownManager::acceptPhysicalKey(const std::string& volumeName) {
 }
 
 void ShutdownManager::createPhysicalKey() {
-  if (currentState_ != BlockingState::idle) {
-    setPhysicalKeyMessage("The physical key cannot be changed during an active lock.");
-    return;
-  }
-  if (isLocked_) {
-    setPhysicalKeyMessage("Settings are commitment-locked. Wait until the commitment ends.");
-    return;
-  }
+  if (refusesKeyCreation()) return;
   host_.openPanels.chooseFolder(
       {.title = "Choose the USB drive for your Lunevra key",
        .message = "The drive must be directly connected and writable. Creating a new key "
@@ -57,8 +50,19 @@ void ShutdownManager::createPhysicalKey() {
        .prompt = "Create Physical Key",
        .startDirectory = "/Volumes"},
       lifetime_.guard([this](const std::optional<std::string>& folder) {
-        if (folder) createKeyOn(*folder);
+        // A panel that was left open must not outwit the night that has begun since.
+        if (folder && !refusesKeyCreation()) createKeyOn(*folder);
       }));
+}
+
+bool ShutdownManager::refusesKeyCreation() {
+  if (currentState_ != BlockingState::idle)
+    setPhysicalKeyMessage("The physical key cannot be changed during an active lock.");
+  else if (isLocked_)
+    setPhysicalKeyMessage("Settings are commitment-locked. Wait until the commitment ends.");
+  else
+    return false;
+  return true;
 }
 
 void ShutdownManager::createKeyOn(const std::string& folder) {

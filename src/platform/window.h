@@ -10,9 +10,9 @@
 
 namespace lunevra {
 
-enum class WindowStyle : std::uint32_t { borderless = 0 };
+enum class WindowStyle : std::uint32_t { borderless = 0, titled = 1 };
 enum class BackingStore : std::uint32_t { buffered = 2 };
-enum class WindowLevel : int { normal = 0, screenSaver = 1000 };
+enum class WindowLevel : int { normal = 0, popUpMenu = 101, screenSaver = 1000 };
 enum class AnimationBehavior : int { standard = 0, none = 2 };
 enum class WindowColor { windowBackground, black };
 
@@ -37,6 +37,7 @@ struct WindowDescription {
   BackingStore backing = BackingStore::buffered;
   bool defer = false;
   std::optional<Screen> screen;
+  std::string title = {};
   bool canBecomeKey = false;
   bool canBecomeMain = false;
 };

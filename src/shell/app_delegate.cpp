@@ -69,6 +69,10 @@ void AppDelegate::handleWake() {
   syncWithEngineState();
 }
 
+void AppDelegate::systemWillSleep() {
+  handleWake();
+}
+
 void AppDelegate::reassertSoonIfLocked() {
   if (isIdle()) return;
   host_.runLoop.async(lifetime_.guard([this] { reassertLockWindows(); }));

@@ -32,6 +32,8 @@ class AppDelegate {
   void applicationDidResignActive() { reassertSoonIfLocked(); }
   [[nodiscard]] static bool applicationShouldTerminateAfterLastWindowClosed() { return false; }
   [[nodiscard]] TerminateReply applicationShouldTerminate() const;
+  /// What is due by now is on the screen when it returns.
+  void systemWillSleep();
 
   /// Each appearance of the window group's content. The engine outlives the delegate.
   void attachShutdownManager(ShutdownManager& engine);

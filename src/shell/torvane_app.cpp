@@ -5,8 +5,10 @@
 namespace lunevra {
 
 TorvaneApp::TorvaneApp(const Host& host, const Desktop& desktop, LockContentFactory lockContent,
-                       EngineFactory makeEngine)
-    : makeEngine_(std::move(makeEngine)), appDelegate_(host, desktop, std::move(lockContent)) {}
+                       DaytimeContents daytime, EngineFactory makeEngine)
+    : makeEngine_(std::move(makeEngine)),
+      appDelegate_(host, desktop, std::move(lockContent)),
+      scenes_(desktop, std::move(daytime)) {}
 
 void TorvaneApp::launch() {
   shutdownManager();

@@ -13,8 +13,6 @@ namespace {
 constexpr std::array integerKeys{settings_key::blockStartHour, settings_key::blockStartMinute,
                                  settings_key::wakeHour, settings_key::wakeMinute,
                                  settings_key::activeUnlockGeneration};
-constexpr std::array flagKeys{settings_key::scheduleEnabled, settings_key::lockEnabled};
-constexpr std::array numberKeys{settings_key::lockEndDate, settings_key::activeUnlockUntil};
 
 UserDefaults& openLocal(UserDefaultsDomains& domains) {
   UserDefaults* const suite = domains.suite(settings_key::appGroup);
@@ -76,10 +74,27 @@ void SyncedStore::icloudChanged() {
 void SyncedStore::pullFromCloud() {
   for (const auto key : integerKeys)
     if (const auto value = asInteger(kv_.object(key))) local_.set(key, *value);
-  for (const auto key : flagKeys)
-    if (const auto value = asFlag(kv_.object(key))) local_.set(key, *value);
-  for (const auto key : numberKeys)
-    if (const auto value = asNumber(kv_.object(key))) local_.set(key, *value);
+  if (const auto value = asFlag(kv_.object(settings_key::scheduleEnabled)))
+    local_.set(settings_key::scheduleEnabled, *value);
+  pullCommitment();
+  if (const auto value = asNumber(kv_.object(settings_key::activeUnlockUntil)))
+    local_.set(settings_key::activeUnlockUntil, *value);
+}
+
+// Another machine may have chosen a shorter one before it heard of the one in force here, and its
+// clock may be ahead.
+void SyncedStore::pullCommitment() {
+  const auto runningEnd = runningCommitmentEnd();
+  const auto isEnabled = asFlag(kv_.object(settings_key::lockEnabled));
+  if (isEnabled && (*isEnabled || !runningEnd)) local_.set(settings_key::lockEnabled, *isEnabled);
+  const auto end = asNumber(kv_.object(settings_key::lockEndDate));
+  if (end && (!runningEnd || *end >= runningEnd->secondsSince1970))
+    local_.set(settings_key::lockEndDate, *end);
+}
+
+std::optional<Instant> SyncedStore::runningCommitmentEnd() const {
+  const auto end = lockEndDate();
+  return flag(settings_key::lockEnabled, false) && end && clock_.now() < *end ? end : std::nullopt;
 }
 
 void SyncedStore::seedScheduleIfNeeded(std::int64_t blockStartHour, std::int64_t blockStartMinute,
@@ -97,10 +112,8 @@ void SyncedStore::seedScheduleIfNeeded(std::int64_t blockStartHour, std::int64_t
 }
 
 bool SyncedStore::isCommitmentLocked() {
-  if (!flag(settings_key::lockEnabled, false)) return false;
-  const auto end = lockEndDate();
-  if (!end) return false;
-  if (clock_.now() < *end) return true;
+  if (runningCommitmentEnd()) return true;
+  if (!flag(settings_key::lockEnabled, false) || !lockEndDate()) return false;
   writeAndNotify(settings_key::lockEnabled, false);
   return false;
 }

@@ -10,7 +10,8 @@ namespace lunevra {
 
 /// The settings shared by all of the person's machines: every write goes to the cloud store and to
 /// the local app-group defaults, every read comes from the local copy, and whatever the cloud holds
-/// replaces the local value at construction and on each change from elsewhere.
+/// replaces the local value at construction and on each change from elsewhere; only a commitment in
+/// force is neither ended nor shortened by it.
 ///
 /// Main thread only, except that a change from elsewhere may arrive on any thread;
 /// `changedNotification` is always posted in a later turn of the main loop.
@@ -52,6 +53,8 @@ class SyncedStore {
 
  private:
   void icloudChanged();
+  void pullCommitment();
+  [[nodiscard]] std::optional<Instant> runningCommitmentEnd() const;
   void announceChange();
   void writeAndNotify(std::string_view key, const StoredValue& value);
 

@@ -6,26 +6,6 @@
 #include "ui/symbol_paths.h"
 
 namespace lunevra {
-namespace {
-
-Symbol symbolNamed(SymbolItem::Name name) {
-  switch (name) {
-    case SymbolItem::Moon:
-      return Symbol::moon;
-    case SymbolItem::MoonStars:
-      return Symbol::moonStars;
-    case SymbolItem::MoonZzz:
-      return Symbol::moonZzz;
-    case SymbolItem::Lock:
-      return Symbol::lock;
-    case SymbolItem::ExternalDrive:
-      return Symbol::externalDrive;
-  }
-  return Symbol::moon;
-}
-
-}  // namespace
-
 SymbolItem::SymbolItem(QQuickItem* parent) : ImageItem(parent) {
   connect(this, &SymbolItem::changed, this, &SymbolItem::resize);
   resize();
@@ -44,7 +24,7 @@ QRectF SymbolItem::imageRect() const {
 }
 
 QImage SymbolItem::paintImage(double pixelRatio) const {
-  const auto path = symbolPath(symbolNamed(name_), size_, pixelRatio);
+  const auto path = symbolPath(name_.toStdString(), size_, pixelRatio);
   auto image = emptyImage(pixelRatio);
   const auto origin = -imageRect().topLeft();
   {

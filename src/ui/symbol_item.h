@@ -12,7 +12,7 @@ namespace lunevra {
 class SymbolItem : public lunevra::ImageItem {
   Q_OBJECT
   QML_ELEMENT
-  Q_PROPERTY(Name name MEMBER name_ NOTIFY changed REQUIRED)
+  Q_PROPERTY(QString name MEMBER name_ NOTIFY changed REQUIRED)
   Q_PROPERTY(qreal size MEMBER size_ NOTIFY changed)
   Q_PROPERTY(QColor color MEMBER color_ NOTIFY changed)
   Q_PROPERTY(QColor endColor MEMBER endColor_ NOTIFY changed)
@@ -21,11 +21,6 @@ class SymbolItem : public lunevra::ImageItem {
   Q_PROPERTY(qreal shadowRadius MEMBER shadowRadius_ NOTIFY changed)
 
  public:
-  // NOLINTBEGIN(readability-identifier-naming): QML knows enumerators by their capital letter
-  enum Name { Moon, MoonStars, MoonZzz, Lock, ExternalDrive };
-  Q_ENUM(Name)
-  // NOLINTEND(readability-identifier-naming)
-
   explicit SymbolItem(QQuickItem* parent = nullptr);
 
  signals:
@@ -38,7 +33,7 @@ class SymbolItem : public lunevra::ImageItem {
  private:
   void resize();
 
-  Name name_ = Moon;
+  QString name_;
   qreal size_ = 16.0;  // of the text that it stands with
   QColor color_ = Qt::white;
   QColor endColor_;  // invalid: the colour all over

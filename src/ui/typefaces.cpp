@@ -17,6 +17,7 @@ QStringList familiesFor(TypeDesign design, QFont::Weight weight) {
       return {"Inter", "Noto Sans", "DejaVu Sans"};
     case TypeDesign::rounded:
       // The family's weights are installed as families of their own.
+      if (weight >= QFont::DemiBold) return {"Quicksand", "Inter", "Noto Sans"};
       if (weight <= QFont::Light) return {"Quicksand Light", "Quicksand", "Inter", "Noto Sans"};
       return {"Quicksand Medium", "Quicksand", "Inter", "Noto Sans"};
     case TypeDesign::serif:
@@ -38,7 +39,8 @@ Typeface typefaceFor(TypeDesign design, double size, QFont::Weight weight, bool 
   font.setStyleStrategy(QFont::StyleStrategy(QFont::PreferAntialias | QFont::NoSubpixelAntialias));
   font.setHintingPreference(QFont::PreferNoHinting);
   const bool hasFirst = QFontDatabase::hasFamily(families.front());
-  if (design != TypeDesign::rounded || !hasFirst) font.setWeight(weight);
+  if (design != TypeDesign::rounded || !hasFirst || weight >= QFont::DemiBold)
+    font.setWeight(weight);
   if (design == TypeDesign::rounded && hasFirst && weight < QFont::Light)
     typeface.thinning = size * ultraLightThinning;
   return typeface;

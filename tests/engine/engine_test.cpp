@@ -133,6 +133,27 @@ TEST_F(Engine, DeferredWorkIsHarmlessOnceItIsGone) {
   EXPECT_EQ(computer_.time.repeatingTimers(), 0U);
 }
 
+TEST_F(Engine, APanelLeftOpenMakesNoKeyOnceTheNightOrACommitmentHasBegun) {
+  auto& engine = launch();
+  computer_.volumes.attach({.name = "USB", .path = "/Volumes/USB"});
+  computer_.openPanels.answerNextWith("/Volumes/USB");
+  engine.createPhysicalKey();
+  engine.activateCommitmentLock(computer_.time.now() + TimeInterval(3600));
+  computer_.time.drainMainQueue();
+  EXPECT_EQ(engine.physicalKeyMessage(),
+            "Settings are commitment-locked. Wait until the commitment ends.");
+
+  computer_.time.setWallClock(*computer_.calendar.instant({2026, 11, 23, 21, 59, 58}));
+  engine.refreshCommitmentState();
+  engine.createPhysicalKey();
+  computer_.time.setWallClock(*computer_.calendar.instant({2026, 11, 23, 22, 0, 0}));
+  engine.evaluateSchedule();
+  computer_.time.drainMainQueue();
+  EXPECT_EQ(engine.physicalKeyMessage(),
+            "The physical key cannot be changed during an active lock.");
+  EXPECT_EQ(computer_.keychain.find("", ""), std::nullopt);
+}
+
 TEST_F(Engine, AGenerationAtItsMaximumStaysThere) {
   const auto greatest = std::numeric_limits<std::int64_t>::max();
   computer_.cloud.setFromElsewhere("activeUnlockGeneration", greatest);

@@ -88,6 +88,16 @@ TEST_F(LockOnX11, FollowsDisplaysThatComeAndGo) {
   EXPECT_TRUE(isLocked());
 }
 
+TEST_F(LockOnX11, StartsWithoutADisplayAndCoversTheOneThatComes) {
+  server_.unplug("DUMMY0");
+  latchNight(1h);
+  const auto program = start();
+  EXPECT_TRUE(getsLocked());
+  server_.plugIn("DUMMY1", "1280x720", "0x0");
+  EXPECT_TRUE(eventually([&] { return screen_.hasWindowAt(0, 0, 1280, 720); }));
+  EXPECT_TRUE(isLocked());
+}
+
 TEST_F(LockOnX11, StaysInFrontOfWindowsThatRise) {
   latchNight(1h);
   const auto program = start();

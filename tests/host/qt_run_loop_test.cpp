@@ -9,20 +9,28 @@
 #include <QElapsedTimer>
 #include <QEventLoop>
 
+#include "platform/host_contract/run_loop_contract.h"
+
 namespace lunevra {
 namespace {
 
 using std::chrono_literals::operator""ms;
 
-class QtRunLoopTest : public testing::Test {
- protected:
-  template <class Condition>
-  [[nodiscard]] bool runsUntil(Condition condition) const {
+/// A main thread that Qt runs.
+class QtThread {
+ public:
+  QtRunLoop& loop() { return loop_; }
+  [[nodiscard]] std::chrono::milliseconds now() const {
+    return std::chrono::milliseconds{clock_.elapsed()};
+  }
+  [[nodiscard]] qint64 nanoseconds() const { return clock_.nsecsElapsed(); }
+  [[nodiscard]] bool until(const std::function<bool()>& condition) const {
     while (!condition() && clock_.elapsed() < 5000)
       QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 100);
     return condition();
   }
 
+ private:
   int argumentCount_ = 0;
   QCoreApplication application_{argumentCount_, nullptr};
   QtRunLoop loop_;
@@ -33,23 +41,31 @@ class QtRunLoopTest : public testing::Test {
   }();
 };
 
+INSTANTIATE_TYPED_TEST_SUITE_P(Qt, RunLoopContract, QtThread);
+
+class QtRunLoopTest : public testing::Test {
+ protected:
+  QtThread thread_;
+  QtRunLoop& loop_ = thread_.loop();
+};
+
 TEST_F(QtRunLoopTest, TimersWithinTheirTolerancesShareAWakeUp) {
   std::vector<qint64> moments;
-  const auto note = [&] { moments.push_back(clock_.nsecsElapsed()); };
+  const auto note = [&] { moments.push_back(thread_.nanoseconds()); };
   const auto patient = loop_.scheduleRepeating(60ms, 60ms, note);
   const auto punctual = loop_.scheduleRepeating(100ms, 0ms, note);
-  ASSERT_TRUE(runsUntil([&] { return moments.size() >= 2; }));
+  ASSERT_TRUE(thread_.until([&] { return moments.size() >= 2; }));
   EXPECT_GE(moments[0], 100'000'000) << "the patient one waits for the punctual one";
   EXPECT_LT(moments[1] - moments[0], 20'000'000);
 }
 
 TEST_F(QtRunLoopTest, MissedFiringTimesAreMadeUpForOnceAndTheGridIsKept) {
-  std::vector<qint64> moments;
+  std::vector<std::int64_t> moments;
   const auto timer = loop_.scheduleRepeating(40ms, 0ms, [&] {
-    moments.push_back(clock_.elapsed());
+    moments.push_back(thread_.now().count());
     if (moments.size() == 1) std::this_thread::sleep_for(100ms);  // work that overruns two points
   });
-  ASSERT_TRUE(runsUntil([&] { return moments.size() >= 3; }));
+  ASSERT_TRUE(thread_.until([&] { return moments.size() >= 3; }));
   EXPECT_GE(moments[2], 160) << "one at once for both, the next on the grid";
 }
 
@@ -60,12 +76,12 @@ TEST_F(QtRunLoopTest, ATimerMayEndItselfAndOpenALoopInWhichOthersFire) {
     ++fired;
     once.reset();
     loop_.after(10ms, [&] { hasNested = true; });
-    EXPECT_TRUE(runsUntil([&] { return hasNested; }));
+    EXPECT_TRUE(thread_.until([&] { return hasNested; }));
   });
-  ASSERT_TRUE(runsUntil([&] { return hasNested; }));
+  ASSERT_TRUE(thread_.until([&] { return hasNested; }));
   bool isOver = false;
   loop_.after(50ms, [&] { isOver = true; });
-  ASSERT_TRUE(runsUntil([&] { return isOver; }));
+  ASSERT_TRUE(thread_.until([&] { return isOver; }));
   EXPECT_EQ(fired, 1);
 }
 
@@ -80,7 +96,7 @@ TEST_F(QtRunLoopTest, WorkFromOtherThreadsRunsInOrderOnTheMainOne) {
       });
   }).join();
   EXPECT_TRUE(order.empty()) << "not before a later turn";
-  ASSERT_TRUE(runsUntil([&] { return order.size() == 100; }));
+  ASSERT_TRUE(thread_.until([&] { return order.size() == 100; }));
   EXPECT_TRUE(std::is_sorted(order.begin(), order.end()));
 }
 

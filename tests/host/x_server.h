@@ -1,29 +1,12 @@
 #pragma once
 
-#include <filesystem>
 #include <fstream>
 #include <stdexcept>
 
 #include "host/child_process.h"
+#include "host/temporary_folder.h"
 
 namespace lunevra::host_test {
-
-/// A folder of its own for one test, removed with it.
-class TemporaryFolder {
- public:
-  TemporaryFolder() {
-    auto name = (std::filesystem::temp_directory_path() / "lunevra-host-XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");
-    path_ = name;
-  }
-  ~TemporaryFolder() { std::filesystem::remove_all(path_); }
-  TemporaryFolder(const TemporaryFolder&) = delete;
-  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-  [[nodiscard]] const std::filesystem::path& path() const { return path_; }
-
- private:
-  std::filesystem::path path_;
-};
 
 /// A real X server without hardware: displays can be plugged in and out. It starts with one,
 /// DUMMY0, of 1024x768, and touches neither console nor devices of the machine.

@@ -56,7 +56,7 @@ TEST(Script, MalformedLinesAreNamedBeforeAnythingIsPlayed) {
       {"keychain 12ab", "night:1: a fingerprint has 64"},
       {"volume A relative", "night:1: not an absolute path"},
       {"expect state asleep", "night:1: unknown phase asleep"},
-      {"show menu", "night:1: not available yet"},
+      {"show moon", "night:1: menu, dashboard, lock-screen or settings is wanted"},
       {"kill \xff", "night:1: not UTF-8"},
   };
   for (const auto& [text, reason] : cases) EXPECT_THAT(reasonOf(text), StartsWith(reason)) << text;

@@ -89,8 +89,8 @@ TEST(GaussianBlur, SpreadsLightEvenlyAndLosesNone) {
 }
 
 TEST(Symbols, StayInTheirSquareAndFillIt) {
-  for (const auto symbol :
-       {Symbol::moon, Symbol::moonStars, Symbol::moonZzz, Symbol::lock, Symbol::externalDrive}) {
+  for (const auto symbol : symbolNames()) {
+    SCOPED_TRACE(symbol);
     for (const double size : {10.0, 11.0, 15.0, 28.0, 64.0}) {
       const double side = symbolSide(size);
       const auto bounds = symbolPath(symbol, size, 1.0).boundingRect();

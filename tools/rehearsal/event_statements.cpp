@@ -3,7 +3,8 @@
 
 #include "engine/commitment.h"
 #include "rehearsal/statements.h"
-#include "store/settings_keys.h"
+#include "rehearsal/view_rows.h"
+#include "ui/settings/hardness_dashboard.h"
 
 namespace lunevra::rehearsal {
 namespace {
@@ -115,8 +116,7 @@ Action parseCheckKey(Words& /*words*/) {
 
 Action parseFirewall(Words& words) {
   return [isOn = words.takeYesNo()](Night& night) {
-    if (night.isRunning())
-      night.computer().defaults.standard().set(settings_key::firewallEnabled, isOn);
+    if (night.isRunning()) setFirewallEnabled(night.computer().host(), night.engine(), isOn);
   };
 }
 
@@ -129,14 +129,7 @@ Action parseUninstallHelper(Words& /*words*/) {
 }
 
 Action parseInstallAgent(Words& /*words*/) {
-  return onEngine([](ShutdownManager& engine) {
-    try {
-      engine.installEnforcementAgent();
-    } catch (const LocalizedError& error) {
-      engine.setPhysicalKeyMessage("Could not update background enforcement: " +
-                                   error.localizedDescription());
-    }
-  });
+  return onEngine([](ShutdownManager& engine) { installEnforcementAgent(engine); });
 }
 
 Action parseKey(Words& words) {
@@ -147,8 +140,10 @@ Action parseKey(Words& words) {
   throw MalformedScript("down, up or flags is wanted");
 }
 
-Action parseShow(Words& /*words*/) {
-  throw MalformedScript("not available yet");
+Action parseShow(Words& words) {
+  return [view = takeView(words)](Night& night) {
+    if (night.isRunning()) night.note(viewName(view), rowsOf(view, night));
+  };
 }
 
 }  // namespace

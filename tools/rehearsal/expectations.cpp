@@ -5,6 +5,7 @@
 
 #include "rehearsal/names.h"
 #include "rehearsal/statements.h"
+#include "rehearsal/view_rows.h"
 #include "rehearsal/world_text.h"
 #include "store/settings_keys.h"
 
@@ -322,8 +323,21 @@ Expectation parseNoLog(Words& words) {
   });
 }
 
-Expectation parseView(Words& /*words*/) {
-  throw MalformedScript("not available yet");
+std::string shownText(const std::string& view, bool isShown, const std::string& text) {
+  return view + (isShown ? " showing " : " hiding ") + describe(text);
+}
+
+template <bool isWanted>
+Expectation parseView(Words& words) {
+  const auto view = takeView(words);
+  const auto text = words.takeText("a text");
+  return running(shownText(viewName(view), isWanted, text), [view, text](Night& night) {
+    const auto rows = rowsOf(view, night);
+    const bool isShown = std::any_of(rows.begin(), rows.end(), [&](const std::string& row) {
+      return row.find(text) != std::string::npos;
+    });
+    return shownText(viewName(view), isShown, text);
+  });
 }
 
 using Parser = Expectation (*)(Words&);
@@ -363,8 +377,8 @@ const std::map<std::string, Parser, std::less<>>& parsers() {
       {"posted", parsePosted},
       {"log", parseLog},
       {"no-log", parseNoLog},
-      {"shows", parseView},
-      {"hides", parseView},
+      {"shows", parseView<true>},
+      {"hides", parseView<false>},
   };
   return table;
 }

@@ -150,6 +150,10 @@ void Night::resignActive() {
   settle();
 }
 
+void Night::note(const std::string& view, const std::vector<std::string>& rows) {
+  for (const auto& row : rows) transcript_.note(view + "  " + row);
+}
+
 int Night::registrationsSinceLaunch(const SimulatedService& service) const {
   const auto atLaunch = registrationsAtLaunch_.find(&service);
   return service.registrations() -

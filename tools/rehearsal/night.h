@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "app/program.h"
 #include "engine/night_latch.h"
@@ -52,6 +53,9 @@ class Night {
   void announce(std::string_view workspaceNotification);
   void announceScreens();
   void resignActive();
+
+  /// Puts what a view shows into the transcript.
+  void note(const std::string& view, const std::vector<std::string>& rows);
 
   /// Empties the main queue and tells the transcript.
   void settle() { computer_.time.drainMainQueue(); }

@@ -37,6 +37,8 @@ DesktopWindow::DesktopWindow(Owner& owner, RunLoop& runLoop, Log& log,
       log_(log),
       frame_(description.contentRect),
       screen_(description.screen ? screenNamed(description.screen->name) : nullptr),
+      style_(description.styleMask),
+      title_(description.title),
       canBecomeKey_(description.canBecomeKey) {}
 
 void DesktopWindow::setBackgroundColor(WindowColor color) {
@@ -73,15 +75,33 @@ void DesktopWindow::orderFrontRegardless() {
 
 void DesktopWindow::createNativeWindow() {
   window_ = std::make_unique<QQuickWindow>();
-  auto flags = Qt::Window | Qt::FramelessWindowHint;
-  if (level_ == WindowLevel::screenSaver) flags |= Qt::BypassWindowManagerHint;
-  window_->setFlags(flags);
+  window_->setFlags(flags());
+  window_->setTitle(QString::fromStdString(title_));
   setIgnoresMouseEvents(ignoresMouse_);
   setBackgroundColor(color_);
   if (screen_) window_->setScreen(screen_);
   window_->setGeometry(toQRect(frame_));
+  if (style_ == WindowStyle::titled) {
+    window_->setMinimumSize(window_->size());
+    window_->setMaximumSize(window_->size());
+  }
   window_->create();
   setNativeBackground(nativeId(), window_->color());
+}
+
+Qt::WindowFlags DesktopWindow::flags() const {
+  if (style_ == WindowStyle::titled)
+    return Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+           Qt::WindowCloseButtonHint;
+  switch (level_) {
+    case WindowLevel::normal:
+      return Qt::Window | Qt::FramelessWindowHint;
+    case WindowLevel::popUpMenu:
+      return Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
+    case WindowLevel::screenSaver:
+      return Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint;
+  }
+  return Qt::Window;
 }
 
 void DesktopWindow::attachContentLater() {
@@ -106,6 +126,12 @@ void DesktopWindow::orderOut() {
 
 void DesktopWindow::makeKeyWindow() {
   if (!canBecomeKey_ || !isVisible()) return;
+  if (level_ != WindowLevel::screenSaver) {
+    // The window manager maps it when it likes, and gives it the keyboard then.
+    window_->requestActivate();
+    owner_.becameKey(*this);
+    return;
+  }
   // Qt would ask with the time of its last event, which the server takes for an outdated wish.
   xcb_set_input_focus(qtConnection(), XCB_INPUT_FOCUS_POINTER_ROOT, nativeId(), XCB_CURRENT_TIME);
   xcb_flush(qtConnection());

@@ -17,6 +17,7 @@ namespace lunevra {
 /// system, and once it is, its content is loaded in a later turn: black comes first. A window at
 /// screen-saver level is left alone by the window manager, so it is on every desktop, without
 /// shadow, title bar or animation, and cannot be moved; the setters for those have nothing to do.
+/// A titled window has the size that it was made with, and is hidden when the person closes it.
 class DesktopWindow : public Window {
  public:
   /// Who arranges the windows; outlives them.
@@ -56,6 +57,7 @@ class DesktopWindow : public Window {
 
  private:
   void createNativeWindow();
+  [[nodiscard]] Qt::WindowFlags flags() const;
   void attachContentLater();
   void attachContent();
 
@@ -64,6 +66,8 @@ class DesktopWindow : public Window {
   Log& log_;
   Rect frame_;
   QPointer<QScreen> screen_;  // not the window's own: Qt moves windows off a display that goes
+  WindowStyle style_;
+  std::string title_;
   bool canBecomeKey_;
   WindowLevel level_ = WindowLevel::normal;
   WindowColor color_ = WindowColor::windowBackground;

@@ -10,7 +10,7 @@
 
 namespace lunevra {
 
-/// `KEY.json`; bytes that a sync program or a file system may object to are written as %XX.
+/// `KEY.json`, escaped where a sync program or a file system may object to a byte.
 [[nodiscard]] std::string cloudFileName(std::string_view key);
 
 /// The key whose file has exactly this name. Nothing for temporary files, conflict copies and
@@ -25,10 +25,5 @@ namespace lunevra {
 /// cannot be read.
 using CloudListing = std::map<std::string, std::optional<StoredValue>, std::less<>>;
 [[nodiscard]] std::optional<CloudListing> listCloudFolder(const std::filesystem::path& folder);
-
-/// Replaces the file in one step, seen whole or not at all by whoever reads the folder, and returns
-/// once it is on the disk. Answers an empty text, or what went wrong.
-[[nodiscard]] std::string writeCloudFile(const std::filesystem::path& file,
-                                         const std::string& contents);
 
 }  // namespace lunevra

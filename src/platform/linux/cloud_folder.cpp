@@ -1,13 +1,12 @@
 #include "platform/linux/cloud_folder.h"
 
 #include <cmath>
-#include <pthread.h>
-#include <signal.h>
 #include <sys/stat.h>
-#include <system_error>
 
 #include "platform/foundation/stored_value_json.h"
+#include "platform/linux/background_thread.h"
 #include "platform/linux/cloud_file.h"
+#include "platform/linux/whole_file.h"
 
 namespace lunevra {
 
@@ -61,18 +60,10 @@ Registration CloudFolder::observeExternalChanges(std::function<void()> block) {
 }
 
 void CloudFolder::startWatching() {
-  // Signals are the main thread's business.
-  sigset_t all;
-  sigset_t previous;
-  sigfillset(&all);
-  pthread_sigmask(SIG_SETMASK, &all, &previous);
-  try {
-    thread_ = std::thread([this] { watch(); });
-  } catch (const std::system_error& error) {
-    log_.line("Lunevra: changes of the cloud folder go unnoticed (" + std::string(error.what()) +
-              ")");
-  }
-  pthread_sigmask(SIG_SETMASK, &previous, nullptr);
+  if (auto thread = startBackgroundThread([this] { watch(); }))
+    thread_ = std::move(*thread);
+  else
+    log_.line("Lunevra: changes of the cloud folder go unnoticed (no thread)");
 }
 
 void CloudFolder::watch() {
@@ -110,7 +101,7 @@ void CloudFolder::writePending() {
   std::string failure;
   for (auto entry = pending_.begin(); entry != pending_.end();) {
     const auto reason =
-        writeCloudFile(folder_ / cloudFileName(entry->first), encodeStoredValue(entry->second));
+        replaceFile(folder_ / cloudFileName(entry->first), encodeStoredValue(entry->second));
     if (!reason.empty()) {
       failure = reason;
       ++entry;

@@ -81,13 +81,25 @@ DefaultsFile::DefaultsFile(const std::filesystem::path& path) {
     sqlite3_file_control(database_.get(), nullptr, SQLITE_FCNTL_PERSIST_WAL, &keepJournal);
     execute("PRAGMA journal_mode=WAL");
     execute("PRAGMA synchronous=FULL");
+    // A journal of the usual thousand pages would fill a small disk that a few rows never do.
+    execute("PRAGMA wal_autocheckpoint=16");
     execute("PRAGMA journal_size_limit=0");
     if (!isReadOnly()) execute(createTable);
     prepareStatements();
   } catch (const DatabaseError& error) {
-    if (error.fault() != DatabaseFault::unavailable || !isCompleteWithoutJournal(path)) throw;
+    if (error.fault() != DatabaseFault::unavailable || !isCompleteWithoutJournal(path) ||
+        !opensImmutable(path))
+      throw;
+  }
+}
+
+bool DefaultsFile::opensImmutable(const std::filesystem::path& path) {
+  try {
     open(immutableName(path), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
     prepareStatements();
+    return true;
+  } catch (const DatabaseError&) {
+    return false;  // a full disk may have left a file without its table; why comes first
   }
 }
 

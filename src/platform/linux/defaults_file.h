@@ -61,6 +61,7 @@ class DefaultsFile {
   using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
 
   void open(const std::string& name, int flags);
+  bool opensImmutable(const std::filesystem::path& path);
   void prepareStatements();
   void execute(const char* sql);
   [[nodiscard]] Statement prepare(const char* sql);

@@ -13,12 +13,13 @@ const LinuxPaths& withDataFolder(const LinuxPaths& paths) {
 
 }  // namespace
 
-LinuxHost::LinuxHost(const LinuxPaths& paths, RunLoop& runLoop)
+LinuxHost::LinuxHost(const LinuxPaths& paths, RunLoop& runLoop, OpenPanels& openPanels)
     : runLoop_(runLoop),
+      openPanels_(openPanels),
       calendar_(withDataFolder(paths).zone, log_),
       defaults_(paths.dataFolder, log_),
+      keychain_(paths.dataFolder / "keychain", !paths.userBus.empty()),
       services_(paths),
-      openPanels_(runLoop),
       helperConnector_(paths.systemBus),
       cloud_(paths.cloudFolder, log_) {}
 

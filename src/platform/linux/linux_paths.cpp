@@ -34,13 +34,12 @@ LinuxPaths LinuxPaths::fromEnvironment() {
   paths.dataFolder = data / "lunevra";
   paths.cloudFolder = folderVariable("LUNEVRA_CLOUD_FOLDER");
   if (paths.cloudFolder.empty()) paths.cloudFolder = paths.dataFolder / "cloud";
+  const auto runtime = folderVariable("XDG_RUNTIME_DIR");
   paths.userBus = variable("DBUS_SESSION_BUS_ADDRESS");
-  if (auto runtime = folderVariable("XDG_RUNTIME_DIR"); !runtime.empty()) {
-    // The service manager of the person is on this bus, whichever one the session uses.
-    if (std::error_code missing; std::filesystem::is_socket(runtime / "bus", missing))
-      paths.userBus = "unix:path=" + (runtime / "bus").string();
-    paths.lockFolders.push_back(std::move(runtime));
-  }
+  // The service manager of the person is on this bus, whichever one the session uses.
+  if (std::error_code missing; std::filesystem::is_socket(runtime / "bus", missing))
+    paths.userBus = "unix:path=" + (runtime / "bus").string();
+  if (!runtime.empty()) paths.lockFolders.push_back(runtime);
   paths.lockFolders.push_back(paths.dataFolder);
   paths.zone.environment = variable("TZ");
   auto configuration = folderVariable("XDG_CONFIG_HOME");

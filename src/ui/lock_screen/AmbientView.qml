@@ -47,7 +47,7 @@ Item {
 
             SymbolItem {
                 anchors.horizontalCenter: parent.horizontalCenter
-                name: SymbolItem.MoonStars
+                name: "moon.stars.fill"
                 size: 28
                 color: Shades.indigo
                 endColor: Shades.violet

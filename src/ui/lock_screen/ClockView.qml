@@ -43,7 +43,7 @@ Column {
 
             SymbolItem {
                 anchors.verticalCenter: parent.verticalCenter
-                name: SymbolItem.Lock
+                name: "lock.fill"
                 size: 10
                 color: Qt.alpha(Shades.red, 0.6)
             }

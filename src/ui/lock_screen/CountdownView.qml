@@ -29,7 +29,7 @@ Item {
 
             SymbolItem {
                 anchors.horizontalCenter: parent.horizontalCenter
-                name: SymbolItem.MoonZzz
+                name: "moon.zzz.fill"
                 size: Math.min(0.05 * view.width, 36)
                 color: Shades.indigo
                 endColor: Shades.violet
@@ -90,7 +90,7 @@ Item {
 
                 SymbolItem {
                     anchors.verticalCenter: parent.verticalCenter
-                    name: SymbolItem.Lock
+                    name: "lock.fill"
                     size: 15
                     color: Qt.alpha("white", 0.85)
                 }

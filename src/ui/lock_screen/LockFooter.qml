@@ -26,7 +26,7 @@ Column {
 
             SymbolItem {
                 anchors.verticalCenter: parent.verticalCenter
-                name: SymbolItem.Lock
+                name: "lock.fill"
                 size: 15
             }
 
@@ -45,7 +45,7 @@ Column {
 
         SymbolItem {
             anchors.verticalCenter: parent.verticalCenter
-            name: SymbolItem.ExternalDrive
+            name: "externaldrive.fill"
             size: 11
             color: Qt.alpha("white", 0.28)
         }

@@ -127,9 +127,30 @@ TYPED_TEST_P(HostContract, CalendarEndsNightsOnceWhereTheOffsetChanges) {
   EXPECT_EQ(host.calendar.addingDays(*evening, 1), *evening + TimeInterval(25 * 3600));
 }
 
+TYPED_TEST_P(HostContract, NotificationsReachWhoIsThereWhenTheyArePosted) {
+  auto host = this->computer_.host();
+  auto& center = host.notificationCenter;
+  std::string heard;
+  Registration late;
+  Registration second;
+  const auto first = center.addObserver("name", [&] {
+    heard += '1';
+    second.reset();
+    if (!late) late = center.addObserver("name", [&] { heard += 'L'; });
+  });
+  second = center.addObserver("name", [&] { heard += '2'; });
+  const auto third = center.addObserver("name", [&] { heard += '3'; });
+  const auto other = center.addObserver("other", [&] { heard += 'X'; });
+  center.post("name");
+  EXPECT_EQ(heard, "13");
+  center.post("name");
+  EXPECT_EQ(heard, "1313L");
+}
+
 REGISTER_TYPED_TEST_SUITE_P(HostContract, DefaultsAnswerTheTypeThatIsStoredAndNoOther,
                             DomainsAreApartAndKeepTheLastWrite, CloudTellsOfOtherMachinesOnly,
                             CalendarKnowsTheZoneOfTheMoment,
-                            CalendarEndsNightsOnceWhereTheOffsetChanges);
+                            CalendarEndsNightsOnceWhereTheOffsetChanges,
+                            NotificationsReachWhoIsThereWhenTheyArePosted);
 
 }  // namespace lunevra

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -16,8 +17,16 @@
 #include <vector>
 
 #include "platform/log.h"
+#include "platform/open_panel.h"
+#include "platform/run_loop.h"
 
 namespace lunevra {
+
+/// How long a test that can go on for ever should; zero in an ordinary run.
+inline std::chrono::seconds soakTime() {
+  const char* seconds = std::getenv("LUNEVRA_SOAK_SECONDS");
+  return std::chrono::seconds{seconds != nullptr ? std::atoi(seconds) : 0};
+}
 
 class TemporaryFolder {
  public:
@@ -59,6 +68,30 @@ class RecordingLog : public Log {
  private:
   mutable std::mutex mutex_;
   std::vector<std::string> lines_;
+};
+
+/// Runs what was put on the main queue when told to.
+class ManualRunLoop : public RunLoop {
+ public:
+  [[nodiscard]] Registration scheduleRepeating(std::chrono::milliseconds, std::chrono::milliseconds,
+                                               std::function<void()>) override {
+    return {};
+  }
+  void after(std::chrono::milliseconds, std::function<void()>) override {}
+  void async(std::function<void()> work) override { queue_.push_back(std::move(work)); }
+  void runOnce() {
+    for (auto& work : std::exchange(queue_, {})) work();
+  }
+
+ private:
+  std::vector<std::function<void()>> queue_;
+};
+
+/// A computer without a screen to show a panel on.
+class NoPanels : public OpenPanels {
+ public:
+  void chooseFolder(const FolderPanelRequest&,
+                    std::function<void(std::optional<std::string>)>) override {}
 };
 
 inline bool eventually(const std::function<bool()>& condition,

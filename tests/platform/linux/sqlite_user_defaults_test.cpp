@@ -249,34 +249,66 @@ TEST_F(SqliteUserDefaultsTest, AnotherProcessThatKeepsTheFileDoesNotHangThisOne)
   EXPECT_EQ(afterReopening("key"), StoredValue(9));
 }
 
-TEST_F(SqliteUserDefaultsTest, AProcessKilledWhileWritingLeavesTheOldOrTheNewValue) {
-  std::int64_t last = 0;
-  SqliteUserDefaults(file_, log_).set("latch", last);
-  for (int round = 0; round < 100; ++round) {
+/// Kills processes that write ever larger numbers as fast as they can.
+class KilledWriterTest : public SqliteUserDefaultsTest {
+ protected:
+  /// Answers the last number that a writer reported before it was killed.
+  std::int64_t killWriterAfter(int reports, std::int64_t first) {
     std::array<int, 2> channel{};
-    ASSERT_EQ(::pipe(channel.data()), 0);
+    EXPECT_EQ(::pipe(channel.data()), 0);
     const auto child = ::fork();
     if (child == 0) {
       SqliteUserDefaults defaults(file_, log_);
-      for (std::int64_t value = last + 1;; ++value) {
+      for (auto value = first;; ++value) {
         defaults.set("latch", value);
         if (::write(channel[1], &value, sizeof value) != sizeof value) ::_exit(1);
       }
     }
     ::close(channel[1]);
     std::int64_t reported = 0;
-    for (int i = 0; i < 1 + round % 3; ++i)
-      ASSERT_EQ(::read(channel[0], &reported, sizeof reported), ssize_t{sizeof reported});
+    for (int i = 0; i < reports; ++i)
+      EXPECT_EQ(::read(channel[0], &reported, sizeof reported), ssize_t{sizeof reported});
     ::kill(child, SIGKILL);
     ::waitpid(child, nullptr, 0);
     for (std::int64_t more = 0; ::read(channel[0], &more, sizeof more) > 0;) reported = more;
     ::close(channel[0]);
-    const auto value = SqliteUserDefaults(file_, log_).integer("latch");
-    ASSERT_TRUE(value && (*value == reported || *value == reported + 1)) << reported;
-    last = *value;
+    return reported;
+  }
+  [[nodiscard]] std::int64_t onDisk() {
+    return SqliteUserDefaults(file_, log_).integer("latch").value_or(-1);
+  }
+  [[nodiscard]] static int rounds() { return soakTime().count() > 0 ? 1000 : 100; }
+};
+
+TEST_F(KilledWriterTest, LeavesTheOldOrTheNewValue) {
+  SqliteUserDefaults(file_, log_).set("latch", 0);
+  for (int round = 0; round < rounds(); ++round) {
+    const auto reported = killWriterAfter(1 + round % 3, onDisk() + 1);
+    const auto value = onDisk();
+    ASSERT_TRUE(value == reported || value == reported + 1) << reported << " " << value;
   }
   EXPECT_EQ(OtherConnection(file_).answer("PRAGMA integrity_check"), "ok");
   EXPECT_TRUE(log_.lines().empty());
+}
+
+TEST_F(KilledWriterTest, LeavesASoundFileOnADiskThatIsFullNowAndThen) {
+  std::filesystem::create_directory(file_.parent_path());
+  onSmallDisk(file_.parent_path(), [&] {
+    SqliteUserDefaults(file_, log_).set("latch", 0);
+    const auto filler = file_.parent_path() / "filler";
+    for (int round = 0; round < rounds() / 4; ++round) {
+      const auto before = onDisk();
+      const bool isFull = round % 2 == 0;
+      if (isFull) writeFile(filler, std::string(1024 * 1024, 'f'));
+      const auto reported = killWriterAfter(1 + round % 3, before + 1);
+      std::filesystem::remove(filler);
+      const auto value = onDisk();
+      ASSERT_GE(value, isFull ? before : reported);
+      ASSERT_LE(value, reported + 1);
+    }
+    EXPECT_EQ(OtherConnection(file_).answer("PRAGMA integrity_check"), "ok");
+    EXPECT_FALSE(isSetAside(1));
+  });
 }
 
 }  // namespace

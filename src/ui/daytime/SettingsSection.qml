@@ -1,0 +1,43 @@
+import QtQuick
+import Lunevra.Daytime
+
+// A titled card.
+Rectangle {
+    id: section
+
+    required property string title
+    required property string icon
+    default property alias content: body.data
+    property alias spacing: body.spacing
+
+    implicitHeight: card.height + 2 * 20
+    radius: 14
+    color: Ink.card
+    border.color: Ink.white(0.05)
+    border.width: 1
+    Accessible.role: Accessible.Grouping
+    Accessible.name: title
+
+    Column {
+        id: card
+
+        x: 20
+        y: 20
+        width: parent.width - 2 * 20
+        spacing: 16
+
+        SymbolLabel {
+            symbol: section.icon
+            text: section.title
+            size: 16
+            weight: Font.DemiBold
+            spacing: 8
+        }
+
+        Column {
+            id: body
+
+            width: parent.width
+        }
+    }
+}
