@@ -48,8 +48,8 @@ TEST(LinuxHostTest, WorksWithoutAnyDisk) {
   ManualRunLoop runLoop;
   NoPanels panels;
   const std::filesystem::path nowhere = "/proc/nowhere";
-  LinuxHost computer({nowhere, nowhere / "cloud", {nowhere}, {"", nowhere, nowhere}},
-                     runLoop, panels);
+  LinuxHost computer({nowhere, nowhere / "cloud", {nowhere}, {"", nowhere, nowhere}}, runLoop,
+                     panels);
   auto host = computer.host();
   host.defaults.standard().set("key", true);
   host.cloud.set("key", true);

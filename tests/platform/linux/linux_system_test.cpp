@@ -1,6 +1,7 @@
 #include <array>
 #include <fcntl.h>
 
+#include "platform/linux/instance_calls.h"
 #include "platform/linux/linux_paths.h"
 #include "platform/linux/linux_test_support.h"
 #include "platform/linux/single_instance.h"
@@ -72,7 +73,12 @@ TEST(SingleInstanceTest, OnlyOneProcessHoldsItAndItsChildrenDoNot) {
   {
     const auto held = tryAcquire();
     ASSERT_TRUE(held);
+    InstanceCalls calls(*held);
+    EXPECT_FALSE(calls.take());
     expectChildSucceeds([&] { EXPECT_FALSE(tryAcquire()); });
+    EXPECT_TRUE(calls.take()) << "a further start is heard";
+    held->leaveWordOfQuit();
+    EXPECT_FALSE(calls.take());
     heir = ::fork();
     if (heir == 0) {
       ::execlp("sleep", "sleep", "60", nullptr);
