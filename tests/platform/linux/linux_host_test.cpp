@@ -49,7 +49,7 @@ TEST(LinuxHostTest, WorksWithoutAnyDisk) {
   NoPanels panels;
   const std::filesystem::path nowhere = "/proc/nowhere";
   LinuxHost computer({nowhere, nowhere / "cloud", {nowhere}, {"", nowhere, nowhere}, false},
-                     runLoop);
+                     runLoop, panels);
   auto host = computer.host();
   host.defaults.standard().set("key", true);
   host.cloud.set("key", true);
