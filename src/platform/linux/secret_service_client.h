@@ -21,8 +21,8 @@ struct KeychainItemName {
 /// `account`, their bytes kept as base64 text, for some services keep nothing else. Of several
 /// items the one modified last counts. Never unlocks a collection and never shows a dialog.
 ///
-/// Lives on one thread, whose default context is the one given. Every operation connects where
-/// necessary and takes no longer than its job.
+/// Lives on one thread, on whose default context it hears of changes. Every operation connects
+/// where necessary and takes no longer than its job.
 class SecretServiceClient {
  public:
   enum class Reach {
@@ -35,7 +35,7 @@ class SecretServiceClient {
     std::optional<Bytes> value;
   };
 
-  explicit SecretServiceClient(GMainContext* context) : context_(context) {}
+  SecretServiceClient() = default;
   ~SecretServiceClient() { disconnect(); }
   SecretServiceClient(const SecretServiceClient&) = delete;
   SecretServiceClient& operator=(const SecretServiceClient&) = delete;
@@ -62,7 +62,6 @@ class SecretServiceClient {
   [[nodiscard]] Reach reachOf(const ErrorSlot& error);
   [[nodiscard]] std::optional<std::int32_t> statusOf(const ErrorSlot& error);
 
-  GMainContext* context_;
   ObjectHandle<GDBusConnection> connection_;
   ObjectHandle<SecretService> service_;
   guint signals_ = 0;

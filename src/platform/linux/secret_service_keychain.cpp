@@ -21,8 +21,7 @@ using Work = std::function<void()>;
 }  // namespace
 
 SecretServiceKeychain::SecretServiceKeychain()
-    : context_(g_main_context_new()),
-      client_(std::make_unique<SecretServiceClient>(context_.get())) {
+    : context_(g_main_context_new()), client_(std::make_unique<SecretServiceClient>()) {
   client_->onChange = [this] { refreshAfter(changesTogether); };
   client_->onGone = [this] { forgetAnswers(); };
   thread_ = startBackgroundThread([this] { serve(); });
