@@ -62,7 +62,7 @@ TEST(LinuxHostTest, WorksWithoutAnyDisk) {
 TEST(LinuxHostTest, WithoutABusServicesAreNotFoundAndSaySo) {
   LinuxComputer computer;
   auto host = computer.host();
-  EXPECT_EQ(host.services.mainApp().status(), ServiceStatus::notFound);
+  EXPECT_EQ(host.services.agent("agent").status(), ServiceStatus::notFound);
   EXPECT_THROW(host.services.agent("agent").registerService(), LocalizedError);
 }
 
