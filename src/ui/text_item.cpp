@@ -58,7 +58,6 @@ void TextItem::reshape() {
   if (!isComponentComplete()) return;
   shape_.emplace(text_, style());
   setImplicitSize(shape_->size().width(), shape_->size().height());
-  emit shapeChanged();
   invalidateImage();
 }
 

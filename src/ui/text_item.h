@@ -22,7 +22,6 @@ class TextItem : public lunevra::ImageItem {
   Q_PROPERTY(bool equalDigits MEMBER equalDigits_ NOTIFY styleChanged)
   Q_PROPERTY(qreal maximumWidth MEMBER maximumWidth_ NOTIFY styleChanged)
   Q_PROPERTY(qreal lineSpacing MEMBER lineSpacing_ NOTIFY styleChanged)
-  Q_PROPERTY(qreal lineHeight READ lineHeight NOTIFY shapeChanged)
   Q_PROPERTY(QColor color MEMBER color_ NOTIFY colorsChanged)
   Q_PROPERTY(QColor bottomColor MEMBER bottomColor_ NOTIFY colorsChanged)
   Q_PROPERTY(QColor shadowColor MEMBER shadowColor_ NOTIFY colorsChanged)
@@ -38,12 +37,10 @@ class TextItem : public lunevra::ImageItem {
 
   explicit TextItem(QQuickItem* parent = nullptr);
   void setText(const QString& text);
-  [[nodiscard]] qreal lineHeight() const { return shape_ ? shape_->lineHeight() : 0.0; }
 
  signals:
   void textChanged();
   void styleChanged();
-  void shapeChanged();
   void colorsChanged();
 
  protected:

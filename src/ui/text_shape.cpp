@@ -34,8 +34,7 @@ TextShape::TextShape(QString text, const TextStyle& style)
 void TextShape::measureLines() {
   lineWidth_ = style_.maximumWidth > 0.0 ? style_.maximumWidth : unlimited;
   const double height = flow(lineWidth_, nullptr).height();
-  const double oneLine = lineHeight();
-  if (height > 1.5 * oneLine) {
+  if (height > 1.5 * QFontMetricsF(typeface_.font).height()) {
     // The narrowest measure that needs no further line makes the lines equally long.
     double tooNarrow = 0.0;
     double wideEnough = lineWidth_;
@@ -67,10 +66,6 @@ QSizeF TextShape::flow(double width, QPainter* painter) const {
   layout.endLayout();
   if (painter != nullptr) layout.draw(painter, {0.0, 0.0});
   return {widest, y};
-}
-
-double TextShape::lineHeight() const {
-  return QFontMetricsF(typeface_.font).height();
 }
 
 void TextShape::draw(QPainter& painter) const {

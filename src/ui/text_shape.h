@@ -27,7 +27,6 @@ class TextShape {
 
   /// In points, whole ones.
   [[nodiscard]] QSize size() const { return size_; }
-  [[nodiscard]] double lineHeight() const;
   /// Draws the text in white at the painter's origin, on a transparent picture.
   void draw(QPainter& painter) const;
 

@@ -7,10 +7,11 @@ Item {
 
     required property LockScreenBridge bridge
 
-    // On a low display everything that is empty gives way in proportion, and no text does.
-    readonly property real content: header.height + clock.height + quotes.height + footer.height
-    readonly property real emptiness: 0.43 * height + breath.height - clock.height
-    readonly property real room: Math.max(0, Math.min(1, (height - content) / emptiness))
+    // What lies between header and footer is as far apart as it is meant to be wherever there is room.
+    // On a low display the two keep a margin, and all that is empty gives way, but no text.
+    readonly property real texts: header.height + clock.height + quotes.height + footer.height
+    readonly property real empty: 0.29 * height + breath.height - clock.height
+    readonly property real room: Math.max(0, Math.min(1, (0.92 * height - texts) / empty))
 
     BackdropItem {
         anchors.fill: parent
@@ -37,7 +38,7 @@ Item {
     Column {
         anchors.centerIn: parent
 
-        Item { width: 1; height: Math.round(0.08 * view.height * view.room) }
+        Item { width: 1; height: Math.round(0.08 * view.height) }
 
         Column {
             id: header
@@ -91,13 +92,13 @@ Item {
 
         Item { width: 1; height: Math.round(0.08 * view.height * view.room) }
 
-        // Tall enough for the longest quotes, so that nothing moves when one replaces another.
+        // As tall as the quote on it; one that needs another line moves the rest while it fades in.
         Item {
             id: quotes
 
             anchors.horizontalCenter: parent.horizontalCenter
             width: Math.max(even.width, odd.width)
-            height: Math.max(even.height, odd.height, even.usualHeight)
+            height: Math.round(odd.height + (even.height - odd.height) * even.opacity)
 
             QuoteView {
                 id: even
@@ -129,6 +130,6 @@ Item {
             bridge: view.bridge
         }
 
-        Item { width: 1; height: Math.round(0.06 * view.height * view.room) }
+        Item { width: 1; height: Math.round(0.06 * view.height) }
     }
 }

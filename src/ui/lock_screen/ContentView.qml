@@ -10,23 +10,22 @@ Item {
 
     required property LockScreenBridge bridge
 
+    // The ambient screen covers these entirely: a night long, the one is not kept, and the dots rest.
     Loader {
         anchors.fill: parent
-        active: ambient.opacity < 1  // the ambient screen covers it entirely
-        sourceComponent: Item {
-            BackdropItem {
-                anchors.fill: parent
-                edgeColor: "#0a0a0f"
-                middleColor: "#12121a"
-            }
-
-            ParticleItem {
-                anchors.fill: parent
-                opacity: 0.3
-                bridge: root.bridge
-                drifting: root.Window.visibility !== Window.Hidden
-            }
+        active: ambient.opacity < 1
+        sourceComponent: BackdropItem {
+            edgeColor: "#0a0a0f"
+            middleColor: "#12121a"
         }
+    }
+
+    ParticleItem {
+        anchors.fill: parent
+        opacity: 0.3
+        visible: ambient.opacity < 1
+        bridge: root.bridge
+        drifting: visible && root.Window.visibility !== Window.Hidden
     }
 
     PhaseLayer {

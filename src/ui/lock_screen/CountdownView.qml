@@ -77,12 +77,11 @@ Item {
             }
         }
 
-        // Room for the breathing outline.
-        Item { width: 1; height: Math.round(0.06 * view.height) }
-
         Column {
             anchors.horizontalCenter: parent.horizontalCenter
             spacing: 14
+            // Out of the way of the outline, which grows by so much as it breathes.
+            transform: Translate { y: Math.ceil(0.04 * view.ringSize) + 2 }
 
             Row {
                 anchors.horizontalCenter: parent.horizontalCenter

@@ -15,8 +15,15 @@ Column {
         height: pill.height + 2 * 14
         radius: Math.min(25, height / 2)
         color: Qt.alpha("white", 0.08)
-        border.color: Qt.alpha("white", 0.1)
-        border.width: 1
+
+        // A border of the same rectangle would lie beside its colour, and so hardly show.
+        Rectangle {
+            anchors.fill: parent
+            radius: parent.radius
+            color: "transparent"
+            border.color: Qt.alpha("white", 0.1)
+            border.width: 1
+        }
 
         Row {
             id: pill

@@ -8,10 +8,9 @@ Column {
     required property string quote
     required property string author
     required property real availableWidth
-    // With the two lines that every quote but a few fits in.
-    readonly property real usualHeight: Math.ceil(2 * words.lineHeight + words.lineSpacing) + spacing + source.height
 
     spacing: 12
+    visible: opacity > 0  // a quote that has gone is not read aloud either
 
     ScreenText {
         id: words
