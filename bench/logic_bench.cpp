@@ -48,9 +48,11 @@ void scanVolumes(benchmark::State& state) {
   SimulatedHost computer;
   computer.keychain.setItem(Bytes(32));
   for (std::int64_t number = 0; number < state.range(0); ++number) {
-    const auto name = std::to_string(number);
-    computer.volumes.attach({.name = name, .path = "/Volumes/" + name});
-    computer.volumes.putFile(name, std::string(PhysicalKeyManager::keyFileName),
+    SimulatedVolumes::Volume drive;
+    drive.name = std::to_string(number);
+    drive.path = "/Volumes/" + drive.name;
+    computer.volumes.attach(drive);
+    computer.volumes.putFile(drive.name, std::string(PhysicalKeyManager::keyFileName),
                              R"({"version":1,"identifier":"","secret":"AAAA"})");
   }
   const PhysicalKeyManager keys(computer.host());

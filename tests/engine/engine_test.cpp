@@ -135,7 +135,10 @@ TEST_F(Engine, DeferredWorkIsHarmlessOnceItIsGone) {
 
 TEST_F(Engine, APanelLeftOpenMakesNoKeyOnceTheNightOrACommitmentHasBegun) {
   auto& engine = launch();
-  computer_.volumes.attach({.name = "USB", .path = "/Volumes/USB"});
+  SimulatedVolumes::Volume drive;
+  drive.name = "USB";
+  drive.path = "/Volumes/USB";
+  computer_.volumes.attach(drive);
   computer_.openPanels.answerNextWith("/Volumes/USB");
   engine.createPhysicalKey();
   engine.activateCommitmentLock(computer_.time.now() + TimeInterval(3600));
