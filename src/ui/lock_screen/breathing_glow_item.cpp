@@ -11,8 +11,8 @@ namespace {
 
 constexpr double breathSeconds = 4.0;  // in; as long again out
 constexpr double greatestScale = 1.08;
-constexpr int stepsOfBreath = 24;  // half a point of the edge each
-constexpr int tickMilliseconds = 85;
+constexpr int stepsOfBreath = 8;  // none changes a pixel by more than half a shade
+constexpr int tickMilliseconds = 125;
 
 constexpr double startRadius = 40.0;
 constexpr double endRadius = 150.0;

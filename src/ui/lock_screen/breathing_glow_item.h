@@ -10,7 +10,7 @@
 namespace lunevra {
 
 /// The light behind the clock, which breathes while it can be seen. A breath goes in steps too
-/// small to be noticed, some six a second, so that a night of it costs little.
+/// small to be noticed, some two a second, so that a night of it costs little.
 class BreathingGlowItem : public lunevra::ImageItem {
   Q_OBJECT
   QML_ELEMENT
