@@ -1,19 +1,14 @@
 #include <algorithm>
 #include <cmath>
-#include <functional>
 #include <gtest/gtest.h>
-#include <memory>
 
-#include <QtCore/qcoreapplication.h>
-#include <QtCore/qdeadlinetimer.h>
+#include <QtCore/qstringlist.h>
+#include <QtGui/qaccessible.h>
 #include <QtGui/qguiapplication.h>
 #include <QtGui/qpainter.h>
-#include <QtQuick/qquickwindow.h>
 
-#include "engine/shutdown_manager.h"
-#include "platform/simulated/simulated_host.h"
 #include "ui/gaussian_blur.h"
-#include "ui/lock_screen/lock_screen_content.h"
+#include "ui/lock_screen_stage.h"
 #include "ui/symbol_paths.h"
 #include "ui/text_shape.h"
 
@@ -21,6 +16,7 @@ namespace lunevra {
 namespace {
 
 using std::chrono_literals::operator""s;
+using std::chrono_literals::operator""ms;
 
 QImage transparent(QSize size) {
   QImage image(size, QImage::Format_ARGB32_Premultiplied);
@@ -95,50 +91,32 @@ TEST(Symbols, StayInTheirSquareAndFillIt) {
       const double side = symbolSide(size);
       const auto bounds = symbolPath(symbol, size, 1.0).boundingRect();
       EXPECT_TRUE(QRectF(-0.5, -0.5, side + 1.0, side + 1.0).contains(bounds)) << size;
-      EXPECT_GT(std::max(bounds.width(), bounds.height()), 0.75 * side) << size;
+      EXPECT_GT(std::max(bounds.width(), bounds.height()), 0.7 * side) << size;
     }
   }
 }
 
-class LockScreenViewTest : public testing::Test {
+class LockScreenViewTest : public LockScreenStage {
  protected:
-  void setTime(int hour) {
-    computer.time.setWallClock(*computer.calendar.instant(
-        {.year = 2026, .month = 3, .day = 14, .hour = hour, .minute = 0}));
+  [[nodiscard]] bool showsPill() const {
+    return lightness(window->grabWindow(), {310, 513, 180, 2}) > 25.0;
   }
-  void show() {
-    window = std::make_unique<QQuickWindow>();
-    window->resize(800, 600);
-    window->show();
-    content = lockScreenFactory(computer.host(), ticks)(engine);
-    std::static_pointer_cast<QuickContent>(content)->attach(*window);
+  /// What assistive technology finds in the window, from top to bottom.
+  [[nodiscard]] QStringList readAloud() const {
+    QStringList texts;
+    collectTexts(*QAccessible::queryAccessibleInterface(window.get()), texts);
+    return texts;
   }
-  bool eventually(const std::function<bool(const QImage&)>& condition) {
-    const QDeadlineTimer deadline(20000);
-    while (!deadline.hasExpired()) {
-      if (condition(window->grabWindow())) return true;
-      QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
-    }
-    return false;
-  }
-  /// The mean lightness of a part of the picture, 0 to 255.
-  static double lightness(const QImage& image, QRect part) {
-    double sum = 0.0;
-    for (int y = part.top(); y <= part.bottom(); ++y)
-      for (int x = part.left(); x <= part.right(); ++x) sum += qGray(image.pixel(x, y));
-    return sum / (part.width() * part.height());
-  }
-  static bool showsPill(const QImage& image) { return lightness(image, {310, 520, 180, 2}) > 25.0; }
 
-  SimulatedHost computer;
-  bool isAfternoon = (setTime(15), true);
-  SyncedStore store{computer.host()};
-  PhysicalKeyManager keyManager{computer.host()};
-  FirewallHelperClient firewall{computer.host()};
-  ShutdownManager engine{computer.host(), store, keyManager, firewall};
-  SimulatedTime ticks;
-  std::unique_ptr<QQuickWindow> window;
-  std::shared_ptr<WindowContent> content;  // goes before its window
+ private:
+  static void collectTexts(const QAccessibleInterface& parent, QStringList& texts) {
+    for (int i = 0; i < parent.childCount(); ++i) {
+      const auto& child = *parent.child(i);
+      if (child.role() == QAccessible::StaticText && !child.state().invisible)
+        texts.append(child.text(QAccessible::Name));
+      collectTexts(child, texts);
+    }
+  }
 };
 
 TEST_F(LockScreenViewTest, ItsFirstPictureIsDark) {
@@ -151,24 +129,35 @@ TEST_F(LockScreenViewTest, ItsFirstPictureIsDark) {
 
 TEST_F(LockScreenViewTest, GoesFromTheCountdownToTheNight) {
   show();
-  setTime(22);
-  engine.evaluateSchedule();
-  computer.time.drainMainQueue();
-  const QRect aboveTheNumber(396, 215, 8, 8);  // where the full ring passes
-  EXPECT_TRUE(
-      eventually([&](const QImage& image) { return lightness(image, aboveTheNumber) > 60.0; }));
+  beginNight();
+  const auto ringIsDrawn = [this] {  // where it passes above the number
+    return lightness(window->grabWindow(), {396, 230, 8, 8}) > 60.0;
+  };
+  EXPECT_TRUE(eventually(ringIsDrawn));
   computer.time.pass(3s);
-  EXPECT_TRUE(eventually([&](const QImage& image) {
-    return showsPill(image) && lightness(image, aboveTheNumber) < 60.0;
-  }));
+  EXPECT_TRUE(eventually([&] { return showsPill() && !ringIsDrawn(); }));
+}
+
+TEST_F(LockScreenViewTest, DotsDriftUntilTheNightCoversThem) {
+  show();
+  beginNight();
+  ASSERT_EQ(ticks.repeatingTimers(), 1U);
+  const QRect margin(0, 0, 200, 600);  // where nothing breathes
+  const auto before = window->grabWindow().copy(margin);
+  ticks.pass(2s);
+  EXPECT_NE(window->grabWindow().copy(margin), before);
+  computer.time.pass(3s);
+  EXPECT_EQ(ticks.repeatingTimers(), 3U);  // through the cross-fade
+  EXPECT_TRUE(eventually([this] { return ticks.repeatingTimers() == 2U; }));  // clock and quote
+  const auto covered = window->grabWindow().copy(margin);
+  ticks.pass(500ms);
+  EXPECT_EQ(window->grabWindow().copy(margin), covered);
 }
 
 TEST_F(LockScreenViewTest, NothingTicksOnceTheWindowIsGone) {
-  setTime(22);
-  engine.evaluateSchedule();
-  computer.time.pass(3s);
+  beginBlocking();
   show();
-  EXPECT_TRUE(eventually(showsPill));
+  EXPECT_TRUE(eventually([this] { return showsPill(); }));
   EXPECT_GT(ticks.repeatingTimers(), 0U);
   window->hide();
   EXPECT_EQ(ticks.repeatingTimers(), 0U);
@@ -176,6 +165,18 @@ TEST_F(LockScreenViewTest, NothingTicksOnceTheWindowIsGone) {
   EXPECT_GT(ticks.repeatingTimers(), 0U);
   content.reset();
   EXPECT_EQ(ticks.repeatingTimers(), 0U);
+}
+
+TEST_F(LockScreenViewTest, IsReadAloudWithoutTheQuoteThatHasGone) {
+  beginBlocking();
+  show();
+  ticks.pass(12s);
+  ASSERT_TRUE(eventually([this] { return readAloud().size() == 7; }))
+      << readAloud().join('|').toStdString();
+  const auto texts = readAloud();
+  EXPECT_EQ(texts.mid(0, 3), QStringList({"Lunevra", "22:00", "Time to rest"}));
+  EXPECT_TRUE(texts[4].startsWith("\u2014 "));
+  EXPECT_EQ(texts.mid(5), QStringList({"Locked until 6:00 AM", "No early release is configured"}));
 }
 
 }  // namespace
