@@ -100,6 +100,11 @@ int LoginManagerBus::match(const std::string& rule, sd_bus_message_handler_t han
   return result;
 }
 
+void LoginManagerBus::endSleepDelay() {
+  sleepDelay_.request.reset();  // one that is granted only now would hold the sleep up
+  sleepDelay_.descriptor = {};
+}
+
 void LoginManagerBus::setShutdownInhibited(bool isInhibited) {
   isShutdownInhibited_ = isInhibited;
   shutdownBlock_.request.reset();

@@ -25,7 +25,7 @@ class LoginManagerBus {
   ~LoginManagerBus() = default;
 
   /// Lets the computer sleep; the delay is asked for again when it has woken.
-  void endSleepDelay() { sleepDelay_.descriptor = {}; }
+  void endSleepDelay();
   void setShutdownInhibited(bool isInhibited);
 
  private:
