@@ -89,8 +89,8 @@ QPainterPath arrowCounterclockwise(const SymbolPen& pen) {
 }
 
 QPainterPath chevrons(const SymbolPen& pen) {
-  return pen.line({{6.4, 9.4}, {12.0, 3.8}, {17.6, 9.4}})
-      .united(pen.line({{6.4, 14.6}, {12.0, 20.2}, {17.6, 14.6}}));
+  return pen.line({{6.4, 8.8}, {12.0, 3.0}, {17.6, 8.8}})
+      .united(pen.line({{6.4, 15.2}, {12.0, 21.0}, {17.6, 15.2}}));
 }
 
 }  // namespace lunevra::symbol_drawing
