@@ -91,7 +91,7 @@ TEST(Symbols, StayInTheirSquareAndFillIt) {
       const double side = symbolSide(size);
       const auto bounds = symbolPath(symbol, size, 1.0).boundingRect();
       EXPECT_TRUE(QRectF(-0.5, -0.5, side + 1.0, side + 1.0).contains(bounds)) << size;
-      EXPECT_GT(std::max(bounds.width(), bounds.height()), 0.7 * side) << size;
+      EXPECT_GT(std::max(bounds.width(), bounds.height()), 0.75 * side) << size;
     }
   }
 }

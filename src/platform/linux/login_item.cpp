@@ -24,8 +24,8 @@ std::string quotedForExec(const std::string& path) {
 
 }  // namespace
 
-LoginItem::LoginItem(std::filesystem::path autostartFolder, std::filesystem::path program)
-    : entry_(std::move(autostartFolder) / "lunevra.desktop"), program_(std::move(program)) {}
+LoginItem::LoginItem(const std::filesystem::path& autostartFolder, std::filesystem::path program)
+    : entry_(autostartFolder / "lunevra.desktop"), program_(std::move(program)) {}
 
 ServiceStatus LoginItem::status() const {
   std::ifstream entry(entry_);

@@ -10,7 +10,7 @@ namespace lunevra {
 /// is there and nobody has switched it off, otherwise not registered.
 class LoginItem : public Service {
  public:
-  LoginItem(std::filesystem::path autostartFolder, std::filesystem::path program);
+  LoginItem(const std::filesystem::path& autostartFolder, std::filesystem::path program);
 
   [[nodiscard]] ServiceStatus status() const override;
   void registerService() override;

@@ -30,6 +30,7 @@ class ManagerBus {
   using Reader = std::function<int(sd_bus_message*)>;     // reads the answer; negative is a failure
 
   explicit ManagerBus(std::string address) : address_(std::move(address)) {}
+  ~ManagerBus() = default;
   ManagerBus(const ManagerBus&) = delete;
   ManagerBus& operator=(const ManagerBus&) = delete;
 
