@@ -52,8 +52,8 @@ T.ComboBox {
         width: entry.ListView.view.width
         implicitHeight: 26
         leftPadding: 10
-        highlighted: picker.highlightedIndex === index
-        text: modelData
+        highlighted: picker.highlightedIndex === entry.index
+        text: entry.modelData
 
         contentItem: PlainText {
             text: entry.text
