@@ -38,11 +38,11 @@ int readProgram(sd_bus_message* answer, std::string& program) {
 }  // namespace
 
 SystemdUnit::SystemdUnit(ManagerBus& bus, std::string unitName, Kind kind,
-                         std::filesystem::path recordFolder)
+                         const std::filesystem::path& recordFolder)
     : bus_(bus),
       unitName_(std::move(unitName)),
       kind_(kind),
-      record_(std::move(recordFolder) / (unitName_ + ".registered")) {}
+      record_(recordFolder / (unitName_ + ".registered")) {}
 
 ServiceStatus SystemdUnit::status() const {
   try {

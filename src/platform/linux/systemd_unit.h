@@ -25,7 +25,8 @@ class SystemdUnit : public Service {
 
   /// A registration that waits for approval is remembered by a file in `recordFolder`. The bus
   /// outlives the unit.
-  SystemdUnit(ManagerBus& bus, std::string unitName, Kind kind, std::filesystem::path recordFolder);
+  SystemdUnit(ManagerBus& bus, std::string unitName, Kind kind,
+              const std::filesystem::path& recordFolder);
 
   [[nodiscard]] ServiceStatus status() const override;
   void registerService() override;

@@ -47,12 +47,11 @@ T.ComboBox {
         id: entry
 
         required property string modelData
-        required property int index
 
         width: entry.ListView.view.width
         implicitHeight: 26
         leftPadding: 10
-        highlighted: picker.highlightedIndex === entry.index
+        highlighted: entry.ListView.isCurrentItem
         text: entry.modelData
 
         contentItem: PlainText {
