@@ -21,7 +21,7 @@ fi
 workplace=$(mktemp -d)
 tools/virtual_displays.sh "$workplace" 1280x800 1024x768 &
 server=$!
-trap 'kill "$server" 2>/dev/null; wait "$server" 2>/dev/null; rm -rf "$workplace"' EXIT
+trap 'kill "$server" 2>/dev/null || true; wait "$server" 2>/dev/null || true; rm -rf "$workplace"' EXIT
 deadline=$(($(date +%s) + 20))
 until [ -s "$workplace/display" ]; do
   if ! kill -0 "$server" 2>/dev/null || [ "$(date +%s)" -ge "$deadline" ]; then
