@@ -157,6 +157,10 @@ SecretServiceClient::Reach SecretServiceClient::connect(BoundedJob& job) {
         }),
                          error.out()));
     if (connection_ == nullptr) return isTimeout(*error.get()) ? Reach::silent : Reach::absent;
+    if (g_dbus_connection_is_closed(connection_.get()) != FALSE) {
+      connection_.reset();  // GLib hands out the old one until everybody has let go of it
+      return Reach::silent;
+    }
     // By GLib's own ways a process ends with its bus; a lock does not.
     g_dbus_connection_set_exit_on_close(connection_.get(), FALSE);
     watch();

@@ -23,7 +23,11 @@ using Work = std::function<void()>;
 SecretServiceKeychain::SecretServiceKeychain()
     : context_(g_main_context_new()), client_(std::make_unique<SecretServiceClient>()) {
   client_->onChange = [this] { refreshAfter(changesTogether); };
-  client_->onGone = [this] { forgetAnswers(); };
+  client_->onGone = [this] {
+    forgetAnswers();
+    // An answer may have been under way, and a service that crashed may be started again.
+    refreshAfter(untilNextTry);
+  };
   thread_ = startBackgroundThread([this] { serve(); });
 }
 
