@@ -31,7 +31,6 @@ FloorWindow::FloorWindow() {
                              ? std::string("There is no X display: DISPLAY is not set.")
                              : "The X display " + std::string(display) + " cannot be reached.");
   }
-  pointerConnection_ = connection_.get();
   screen_ = screenAt(connection_.get(), screenIndex);
   compositorSelection_ = atomNamed(connection_.get(), "_NET_WM_CM_S" + std::to_string(screenIndex));
   desktopProperty_ = atomNamed(connection_.get(), "_NET_CURRENT_DESKTOP");
@@ -127,19 +126,12 @@ bool FloorWindow::holdInput() {
   const XReply<xcb_grab_keyboard_reply_t> keyboard(
       xcb_grab_keyboard_reply(connection_.get(), keyboardCookie, nullptr));
   const auto pointerCookie =
-      xcb_grab_pointer(pointerConnection_, 1, window_, 0, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC,
+      xcb_grab_pointer(connection_.get(), 1, window_, 0, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC,
                        XCB_WINDOW_NONE, XCB_CURSOR_NONE, XCB_CURRENT_TIME);
   const XReply<xcb_grab_pointer_reply_t> pointer(
-      xcb_grab_pointer_reply(pointerConnection_, pointerCookie, nullptr));
+      xcb_grab_pointer_reply(connection_.get(), pointerCookie, nullptr));
   return keyboard && keyboard->status == XCB_GRAB_STATUS_SUCCESS && pointer &&
          pointer->status == XCB_GRAB_STATUS_SUCCESS;
-}
-
-void FloorWindow::passPointerTo(xcb_connection_t& connection) {
-  xcb_ungrab_pointer(connection_.get(), XCB_CURRENT_TIME);
-  waitForServer();
-  pointerConnection_ = &connection;
-  if (isShown_) static_cast<void>(holdInput());
 }
 
 int FloorWindow::fileDescriptor() const {

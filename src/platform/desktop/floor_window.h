@@ -37,9 +37,6 @@ class FloorWindow {
   /// Takes or renews both grabs; false while another program holds one of them. Never lets go of
   /// one in between.
   [[nodiscard]] bool holdInput();
-  /// Grabs the pointer in this connection's name from now on, so that its windows receive the
-  /// mouse.
-  void passPointerTo(xcb_connection_t& connection);
 
   /// Readable when there may be news; to be read after each other operation as well, since waiting
   /// for an answer takes what has arrived off the descriptor.
@@ -61,7 +58,6 @@ class FloorWindow {
   void noteEvent(const xcb_generic_event_t& event, News& news);
 
   std::unique_ptr<xcb_connection_t, Disconnect> connection_;
-  xcb_connection_t* pointerConnection_ = nullptr;
   const xcb_screen_t* screen_ = nullptr;
   xcb_atom_t compositorSelection_ = XCB_ATOM_NONE;
   xcb_atom_t desktopProperty_ = XCB_ATOM_NONE;

@@ -23,9 +23,7 @@ void putUnder(xcb_window_t window, xcb_window_t sibling) {
 }  // namespace
 
 QtApplication::QtApplication(FloorGuard& floor, RunLoop& runLoop, Log& log)
-    : floor_(floor), runLoop_(runLoop), log_(log) {
-  floor_.floor().passPointerTo(*qtConnection());
-}
+    : floor_(floor), runLoop_(runLoop), log_(log) {}
 
 std::vector<std::shared_ptr<Window>> QtApplication::windows() const {
   return {windows_.begin(), windows_.end()};
