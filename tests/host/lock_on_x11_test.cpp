@@ -8,6 +8,7 @@
 #include <random>
 #include <set>
 
+#include "host/agent_session.h"
 #include "host/child_process.h"
 #include "host/eventually.h"
 #include "host/usb_image.h"
@@ -62,12 +63,14 @@ class LockOnX11 : public testing::Test {
               0);
   }
 
+  [[nodiscard]] std::vector<std::string> environment(const std::string& display) const {
+    const auto home = home_.path().string();
+    return {"DISPLAY=" + display, "HOME=" + home, "XDG_DATA_HOME=" + home,
+            "XDG_RUNTIME_DIR=" + home, "TZ=UTC"};
+  }
   [[nodiscard]] std::unique_ptr<ChildProcess> start(const std::string& display) const {
-    return std::make_unique<ChildProcess>(
-        std::vector<std::string>{LUNEVRA_PROGRAM},
-        std::vector<std::string>{"DISPLAY=" + display, "HOME=" + home_.path().string(),
-                                 "XDG_DATA_HOME=" + home_.path().string(),
-                                 "XDG_RUNTIME_DIR=" + home_.path().string(), "TZ=UTC"});
+    return std::make_unique<ChildProcess>(std::vector<std::string>{LUNEVRA_PROGRAM},
+                                          environment(display));
   }
   [[nodiscard]] std::unique_ptr<ChildProcess> start() const { return start(server_.display()); }
 
@@ -284,6 +287,46 @@ TEST_F(LockOnX11, RefusesToEndDuringTheNightAndComesBackWhenKilled) {
   EXPECT_TRUE(getsLocked());
   EXPECT_EQ(start()->exitStatus(), 0) << "a second start";
   EXPECT_TRUE(program->isRunning());
+}
+
+TEST_F(LockOnX11, ShowsNothingWhileItsAgentBringsItBack) {
+  AgentSession agent(home_.path(), environment(server_.display()));
+  if (!agent.isAvailable()) GTEST_SKIP() << "no service manager may run here";
+  latchNight(10h);
+  ASSERT_TRUE(agent.startAgent());
+  ASSERT_TRUE(getsLocked());
+  const auto isAgentKnown = [&] {
+    return defaults_.standard().integer(settings_key::enforcementAgentStatus) == 1;
+  };
+  ASSERT_TRUE(eventually(isAgentKnown));
+  screen_.focusWindow();
+  ASSERT_TRUE(eventually([&] { return screen_.isCovered(); }));
+  static_cast<void>(screen_.inputReceived());
+
+  std::optional<ChildProcess> compositor;
+  const int deaths = isSoak() ? 1000 : 6;
+  for (int i = 0; i < deaths; ++i) {
+    if (i == deaths / 2) {
+      compositor.emplace(std::vector<std::string>{"picom", "--backend", "xrender"},
+                         environment(server_.display()));
+      ASSERT_TRUE(eventually([&] { return screen_.isComposited() && screen_.isCovered(); }));
+    }
+    agent.killProgram();
+    const auto isBack = [&] {
+      screen_.typeAndClick();
+      EXPECT_FALSE(screen_.isBright(500, 20)) << i;
+      return screen_.isInputHeld();
+    };
+    ASSERT_TRUE(eventually(isBack)) << i;
+  }
+  EXPECT_EQ(screen_.inputReceived(), 0);
+  EXPECT_TRUE(eventually([&] { return screen_.visibleWindowCount() == 3; }))
+      << "what the dead have left is gone";
+
+  agent.killProgram();
+  forgetNight();
+  EXPECT_TRUE(eventually([&] { return screen_.isBright(500, 20); })) << "a rescue is a new start";
+  EXPECT_TRUE(screen_.takesInput());
 }
 
 TEST_F(LockOnX11, FailsWithoutAnXServerSoThatItIsStartedAgain) {
