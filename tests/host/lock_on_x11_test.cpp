@@ -11,8 +11,12 @@
 #include "host/agent_session.h"
 #include "host/child_process.h"
 #include "host/eventually.h"
+#include "host/usb_image.h"
 #include "host/x_probe.h"
 #include "host/x_server.h"
+#include "physical_key/physical_key_manager.h"
+#include "platform/foundation/digest.h"
+#include "platform/linux/file_keychain.h"
 #include "platform/linux/linux_user_defaults_domains.h"
 #include "platform/linux/stderr_log.h"
 #include "store/settings_keys.h"
@@ -47,6 +51,16 @@ class LockOnX11 : public testing::Test {
   void forgetNight() {
     defaults_.standard().remove(settings_key::activeNightLockUntil);
     group().remove(settings_key::activeMacNightLockUntil);
+  }
+
+  /// Puts a key on the drive that is mounted there, and its fingerprint into the keychain.
+  void makeKey(const std::filesystem::path& drive) const {
+    std::ofstream(drive / PhysicalKeyManager::keyFileName)
+        << R"({"version":1,"identifier":"","secret":"AAAA"})";
+    ASSERT_EQ(FileKeychain(home_.path() / "lunevra/keychain")
+                  .add(PhysicalKeyManager::keychainService, PhysicalKeyManager::keychainAccount,
+                       sha256(Bytes(3))),
+              0);
   }
 
   [[nodiscard]] std::vector<std::string> environment(const std::string& display) const {
@@ -324,6 +338,44 @@ TEST_F(LockOnX11, FailsWithoutAnXServerSoThatItIsStartedAgain) {
   const auto status = program->exitStatus();
   ASSERT_TRUE(status);
   EXPECT_NE(*status, 0);
+}
+
+TEST(KeyOnX11, OpensTheNightOnceAndForAll) {
+  runOnUsb("LockOnX11.DISABLED_TheKeyOpensTheNightOnceAndForAll");
+}
+TEST_F(LockOnX11, DISABLED_TheKeyOpensTheNightOnceAndForAll) {
+  const UsbDrive usb;
+  usb.mount();
+  makeKey(usb.path);
+  usb.unmount();
+  latchNight(1h);
+  auto program = start();
+  ASSERT_TRUE(getsLocked());
+  ASSERT_TRUE(eventually([&] { return screen_.hasWindowAt(0, 0, 1024, 768); }));
+
+  const auto plugged = steady_clock::now();
+  usb.mount();
+  EXPECT_TRUE(eventually([&] { return !screen_.isCovered(); }));
+  const auto opened = steady_clock::now() - plugged;
+  EXPECT_LT(opened, 5s);
+  std::cout << "open after " << opened / 1.0ms << " ms\n";
+  EXPECT_TRUE(eventually([&] { return screen_.takesInput(); }));
+  screen_.release();
+  EXPECT_EQ(defaults_.standard().object(settings_key::activeNightLockUntil), std::nullopt);
+  EXPECT_EQ(group().object(settings_key::activeMacNightLockUntil), std::nullopt);
+
+  // Neither the drive that comes again nor the program that does makes another night of it.
+  const auto staysOpen = [&] { return !eventually([&] { return screen_.isCovered(); }, 1500ms); };
+  usb.unmount();
+  EXPECT_TRUE(staysOpen());
+  usb.mount();
+  program->signal(SIGKILL);
+  EXPECT_TRUE(program->exitStatus());
+  program = start();
+  EXPECT_TRUE(staysOpen());
+  EXPECT_TRUE(program->isRunning());
+  EXPECT_EQ(group().integer(settings_key::activeUnlockGeneration), 1);
+  usb.unmount();
 }
 
 }  // namespace
