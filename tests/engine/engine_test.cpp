@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <limits>
 #include <optional>
@@ -5,6 +6,7 @@
 
 #include "app/program.h"
 #include "engine/commitment.h"
+#include "physical_key/physical_key_manager.h"
 #include "platform/simulated/simulated_host.h"
 
 namespace lunevra {
@@ -164,6 +166,42 @@ TEST_F(Engine, AGenerationAtItsMaximumStaysThere) {
   program_->syncedStore().recordActiveUnlock(Instant{1});
   EXPECT_EQ(program_->syncedStore().integer("activeUnlockGeneration", 0), greatest);
   EXPECT_EQ(computer_.log.lines().size(), 1U);
+}
+
+struct AskedKeychain : Keychain {
+  MOCK_METHOD(std::optional<Bytes>, find, (std::string_view, std::string_view), (const, override));
+  MOCK_METHOD(std::int32_t, remove, (std::string_view, std::string_view), (override));
+  MOCK_METHOD(std::int32_t, add, (std::string_view, std::string_view, const Bytes&), (override));
+};
+
+struct AskedVolumes : VolumeSource {
+  MOCK_METHOD(std::vector<std::string>, mountedVolumes, (), (const, override));
+  MOCK_METHOD(std::optional<VolumeTraits>, traits, (const std::string&), (const, override));
+  MOCK_METHOD(std::optional<bool>, isReadOnly, (const std::string&), (const, override));
+  MOCK_METHOD(std::optional<std::string>, localizedName, (const std::string&), (const, override));
+  MOCK_METHOD(std::optional<std::string>, readFile, (const std::string&), (const, override));
+  MOCK_METHOD(void, writeFileAtomically, (const std::string&, const std::string&), (override));
+  MOCK_METHOD(void, setHidden, (const std::string&), (override));
+};
+
+TEST_F(Engine, ALookForTheKeyAsksForNothingMoreThanItNeeds) {
+  using testing::Return;
+  testing::StrictMock<AskedKeychain> keychain;
+  testing::StrictMock<AskedVolumes> volumes;
+  const PhysicalKeyManager keys(
+      {computer_.time, computer_.calendar, computer_.time, computer_.notificationCenter,
+       computer_.defaults, computer_.cloud, computer_.log, computer_.random, keychain, volumes,
+       computer_.services, computer_.firewallHelper, computer_.openPanels});
+  EXPECT_CALL(keychain, find).WillOnce(Return(std::nullopt)).WillOnce(Return(Bytes(32)));
+  EXPECT_EQ(keys.findMountedMatchingKey(), std::nullopt);
+
+  EXPECT_CALL(volumes, mountedVolumes).WillOnce(Return(std::vector<std::string>{"/", "/A", "/B"}));
+  EXPECT_CALL(volumes, traits("/")).WillOnce(Return(VolumeTraits{true, true, true}));
+  for (const std::string drive : {"/A", "/B"}) {
+    EXPECT_CALL(volumes, traits(drive)).WillOnce(Return(VolumeTraits{false, true, false}));
+    EXPECT_CALL(volumes, readFile(drive + "/.lunevra-emergency-key")).WillOnce(Return("{}"));
+  }
+  EXPECT_EQ(keys.findMountedMatchingKey(), std::nullopt);
 }
 
 }  // namespace

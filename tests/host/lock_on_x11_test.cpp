@@ -353,13 +353,8 @@ TEST_F(LockOnX11, DISABLED_TheKeyOpensTheNightOnceAndForAll) {
   ASSERT_TRUE(getsLocked());
   ASSERT_TRUE(eventually([&] { return screen_.hasWindowAt(0, 0, 1024, 768); }));
 
-  const auto plugged = steady_clock::now();
   usb.mount();
-  EXPECT_TRUE(eventually([&] { return !screen_.isCovered(); }));
-  const auto opened = steady_clock::now() - plugged;
-  EXPECT_LT(opened, 5s);
-  std::cout << "open after " << opened / 1.0ms << " ms\n";
-  EXPECT_TRUE(eventually([&] { return screen_.takesInput(); }));
+  EXPECT_TRUE(eventually([&] { return !screen_.isCovered() && screen_.takesInput(); }));
   screen_.release();
   EXPECT_EQ(defaults_.standard().object(settings_key::activeNightLockUntil), std::nullopt);
   EXPECT_EQ(group().object(settings_key::activeMacNightLockUntil), std::nullopt);
