@@ -40,6 +40,8 @@ TEST(ParticleField, DotsMoveAndComeInAgainAtTheOtherEdge) {
     field.tick({0.0}, 600.0);
     EXPECT_DOUBLE_EQ(field.particles()[0].y, c.after) << c.y << " " << c.speedY;
     EXPECT_DOUBLE_EQ(field.particles()[0].x, 7.0);
+    EXPECT_DOUBLE_EQ(field.particles()[0].size, 2.0);
+    EXPECT_DOUBLE_EQ(field.particles()[0].speedY, c.speedY);
   }
 }
 
