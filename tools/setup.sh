@@ -3,7 +3,8 @@
 set -eu
 
 packages="
-ccache clang clang-format clang-tidy cmake g++ git libclang-rt-14-dev ninja-build pkg-config
+ccache clang clang-format clang-tidy cmake g++ git libclang-rt-14-dev librsvg2-bin ninja-build
+pkg-config shellcheck
 dbus dbus-user-session e2fsprogs gnome-keyring imagemagick libsecret-tools openbox picom sqlite3 systemd
 tzdata umockdev x11-utils x11-xkb-utils x11-xserver-utils xauth xdotool xserver-xorg-core
 xserver-xorg-video-dummy xvfb
