@@ -27,6 +27,13 @@ sanitize: setup
 	@cmake --build $(BUILD)/sanitize -j$(JOBS)
 	@$(CTEST) --test-dir $(BUILD)/sanitize -j$(JOBS)
 
+# How much of the logic the tests reach that need no display.
+coverage:
+	@tools/setup.sh gcovr
+	@cmake --preset coverage
+	@cmake --build $(BUILD)/coverage -j$(JOBS)
+	@tools/coverage.sh $(BUILD)/coverage
+
 # Long runs of what `make test` tries briefly.
 soak: build
 	@LUNEVRA_SOAK_SECONDS=$(SOAK_SECONDS) $(BUILD)/bin/lunevra_app_tests

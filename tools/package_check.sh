@@ -68,7 +68,8 @@ everything() {
 }
 
 launch() {
-  person lunevra >"$bare/tmp/lunevra.log" 2>&1 &
+  : >"$bare/tmp/lunevra.log"
+  person lunevra >>"$bare/tmp/lunevra.log" 2>&1 &
   program=$!
   eventually grep -q 'agent status' "$bare/tmp/lunevra.log"
   person lunevra 2>/dev/null || fail 'a second copy does not end with 0'

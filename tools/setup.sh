@@ -1,5 +1,6 @@
 #!/bin/sh
-# Installs the Debian packages that building and testing need; does nothing where they are present.
+# Installs the Debian packages that building and testing need, and those that are named to it; does
+# nothing where they are present.
 set -eu
 
 packages="
@@ -20,7 +21,7 @@ fonts-ebgaramond fonts-inter fonts-quicksand
 "
 
 missing=""
-for package in $packages; do
+for package in $packages "$@"; do
   dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed' ||
     missing="$missing $package"
 done
