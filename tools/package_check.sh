@@ -52,9 +52,9 @@ person() { # an ordinary one; her session is a virtual X server
     XDG_DATA_HOME=/home/anna/data "$@"
 }
 
-# Waits for a condition, a command, for at most 20 seconds.
+# Waits for a condition, a command, for at most a minute.
 eventually() {
-  deadline=$(($(date +%s) + 20))
+  deadline=$(($(date +%s) + 60))
   until "$@"; do
     [ "$(date +%s)" -lt "$deadline" ] || fail "waited in vain: $*"
     sleep 0.1
