@@ -59,6 +59,8 @@ bench: build
 	@mkdir -p $(BUILD)/bench
 	@$(BUILD)/bin/lunevra_bench --benchmark_repetitions=5 --benchmark_report_aggregates_only=true \
 	  --benchmark_out=$(BUILD)/bench/logic.json
+	@xvfb-run -a -s '-screen 0 1920x1080x24' $(BUILD)/bin/lunevra_cover_bench \
+	  $(BUILD)/bench/cover.json
 	@xvfb-run -a -s '-screen 0 5760x1080x24' $(BUILD)/bin/lunevra_lock_screen_bench \
 	  --benchmark_out=$(BUILD)/bench/lock_screen.json
 

@@ -9,9 +9,9 @@ namespace lunevra {
 namespace {
 
 /// All that has to be done before the toolkit's application object is made.
-int& prepared(int& argumentCount, const LinuxPaths& paths, FloorWindow& floor) {
+int& prepared(int& argumentCount, const LinuxPaths& paths, bool isAgentStart, FloorWindow& floor) {
   StderrLog log;
-  coverRunningNight(paths, floor, log);
+  coverRunningNight(paths, isAgentStart, floor, log);
   DesktopHost::prepareQt();
   return argumentCount;
 }
@@ -19,9 +19,10 @@ int& prepared(int& argumentCount, const LinuxPaths& paths, FloorWindow& floor) {
 }  // namespace
 
 DesktopProgram::DesktopProgram(char** arguments, const LinuxPaths& paths,
-                               const SingleInstance& instance)
+                               const SingleInstance& instance, bool isAgentStart)
     : instance_(instance),
-      application_(prepared(argumentCount_, paths, floor_), arguments),
+      isAgentStart_(isAgentStart),
+      application_(prepared(argumentCount_, paths, isAgentStart, floor_), arguments),
       computer_(paths, runLoop_, openPanels_),
       program_(host_, desktop_.desktop(), lockScreenFactory(host_, runLoop_),
                daytimeContents(host_)),
@@ -52,7 +53,17 @@ void DesktopProgram::connectLoginSession() {
   desktop_.onPresentationOptionsChanged = [this](PresentationOptions options) {
     login_.setTerminationInhibited(
         contains(options, PresentationOptions::disableSessionTermination));
+    runLoop_.async([this] { keepCoverIfBroughtBack(); });  // the cover does not wait for an answer
   };
+}
+
+/// A killed program leaves its cover behind only where the agent will replace it. That there is one
+/// is beyond doubt when it has started this process, even if nobody can be asked right now.
+void DesktopProgram::keepCoverIfBroughtBack() {
+  if (!floor_.isShown()) return;
+  const auto status = host_.services.agent(EnforcementAgent::propertyListName).status();
+  floor_.setOutlivesProcess(status == ServiceStatus::enabled ||
+                            (isAgentStart_ && status == ServiceStatus::notFound));
 }
 
 /// Whoever starts the program once more wants to see it.

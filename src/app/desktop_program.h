@@ -21,7 +21,8 @@ namespace lunevra {
 class DesktopProgram {
  public:
   /// Paths and instance outlive the program. Throws LocalizedError if there is no X server.
-  DesktopProgram(char** arguments, const LinuxPaths& paths, const SingleInstance& instance);
+  DesktopProgram(char** arguments, const LinuxPaths& paths, const SingleInstance& instance,
+                 bool isAgentStart);
   ~DesktopProgram();
   DesktopProgram(const DesktopProgram&) = delete;
   DesktopProgram& operator=(const DesktopProgram&) = delete;
@@ -34,9 +35,11 @@ class DesktopProgram {
  private:
   void connectDelegate();
   void connectLoginSession();
+  void keepCoverIfBroughtBack();
   void listenToCalls();
 
   const SingleInstance& instance_;
+  bool isAgentStart_;
   TerminationSignals requests_;
   FloorWindow floor_;
   int argumentCount_ = 1;  // the program's name; options would be the toolkit's

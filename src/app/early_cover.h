@@ -7,7 +7,8 @@
 namespace lunevra {
 
 /// Covers the screen at once if the stores say that a night is running and not released: the
-/// toolkit, and the engine, which decides, take a while to be there. Never uncovers.
-void coverRunningNight(const LinuxPaths& paths, FloorWindow& floor, Log& log);
+/// toolkit, and the engine, which decides, take a while to be there. Then takes away the cover that
+/// a killed process has left; uncovers nothing else.
+void coverRunningNight(const LinuxPaths& paths, bool isAgentStart, FloorWindow& floor, Log& log);
 
 }  // namespace lunevra

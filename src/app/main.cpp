@@ -15,7 +15,7 @@ namespace {
 /// agent is not to bring the program back. Otherwise the computer is being shut down.
 int runUntilQuit(char** arguments, const LinuxPaths& paths, const SingleInstance& instance,
                  bool isAgentStart) {
-  DesktopProgram program(arguments, paths, instance);
+  DesktopProgram program(arguments, paths, instance, isAgentStart);
   const int status = program.run();
   if (status != EXIT_SUCCESS || !program.isLockOff()) return status;
   instance.leaveWordOfQuit();

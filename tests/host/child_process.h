@@ -38,6 +38,8 @@ class ChildProcess {
   ChildProcess(const ChildProcess&) = delete;
   ChildProcess& operator=(const ChildProcess&) = delete;
 
+  [[nodiscard]] pid_t pid() const { return pid_; }
+
   void signal(int number) {
     if (isRunning()) kill(pid_, number);
   }

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <cstdlib>
+#include <cstring>
 #include <fcntl.h>
 #include <fstream>
+#include <gtest/gtest.h>
 #include <linux/loop.h>
 #include <sys/ioctl.h>
 #include <sys/mount.h>
@@ -79,5 +82,34 @@ class UsbImage {
   int number_ = -1;
   int loop_ = -1;
 };
+
+/// The drive of `runOnUsb`, to the case that runs there.
+struct UsbDrive {
+  std::filesystem::path path = std::getenv(pathVariable);
+  std::string device = std::getenv(deviceVariable);
+
+  void mount(unsigned long flags = 0) const {
+    ASSERT_EQ(::mount(device.c_str(), path.c_str(), "ext4", flags, nullptr), 0) << errno;
+  }
+  void unmount() const { ::umount2(path.c_str(), MNT_DETACH); }
+
+  static constexpr auto pathVariable = "LUNEVRA_TEST_DRIVE";
+  static constexpr auto deviceVariable = "LUNEVRA_TEST_DEVICE";
+};
+
+/// Runs a disabled case of this program in a process of its own, for which an image is a drive on
+/// USB. Skips the case that calls it where there are no images.
+inline void runOnUsb(const std::string& name) {
+  UsbImage image;
+  if (!image.isAvailable() || !image.mount())
+    GTEST_SKIP() << "this computer mounts no images: " << std::strerror(errno);
+  image.unmount();
+  ChildProcess body({"umockdev-run", "-d", image.description(), "--",
+                     std::filesystem::read_symlink("/proc/self/exe"),
+                     "--gtest_also_run_disabled_tests", "--gtest_filter=" + name},
+                    {std::string(UsbDrive::pathVariable) + "=" + image.path().string(),
+                     std::string(UsbDrive::deviceVariable) + "=" + image.device()});
+  EXPECT_EQ(body.exitStatus(std::chrono::seconds(60)), 0) << "see above";
+}
 
 }  // namespace lunevra::host_test

@@ -82,8 +82,10 @@ bool XProbe::hasWindowAt(int x, int y, int width, int height) const {
 }
 
 xcb_window_t XProbe::floor() const {
+  const auto screen =
+      answer(xcb_get_geometry_reply, connection_.get(), xcb_get_geometry(connection_.get(), root_));
   for (const auto& place : visibleWindows())
-    if (place.width > 16384) return place.window;
+    if (place.width > screen->width) return place.window;
   return XCB_WINDOW_NONE;
 }
 

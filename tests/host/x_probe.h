@@ -20,7 +20,7 @@ class XProbe {
   /// Whether a visible window has exactly that place.
   [[nodiscard]] bool hasWindowAt(int x, int y, int width, int height) const;
   [[nodiscard]] std::size_t visibleWindowCount() const { return visibleWindows().size(); }
-  /// The visible window that is larger than any screen.
+  /// The visible window that is larger than the screen.
   [[nodiscard]] xcb_window_t floor() const;
 
   /// Opens a bright window over the whole screen, in front of everything at that moment.

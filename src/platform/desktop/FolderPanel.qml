@@ -15,7 +15,24 @@ Window {
     width: 760
     height: 560
     color: "#0a0a0f"
-    palette.highlight: "#6366f1"
+
+    // The chooser is drawn in these; they are the settings window's.
+    palette {
+        window: "#12121a"
+        windowText: "white"
+        base: "#0a0a0f"
+        alternateBase: "#12121a"
+        text: "white"
+        placeholderText: "#8cffffff"
+        button: "#2a2a32"
+        buttonText: "white"
+        light: "#12121a"
+        midlight: "#22222c"
+        mid: "#4a4a55"
+        dark: "#3a3a44"
+        highlight: "#6366f1"
+        highlightedText: "white"
+    }
 
     onVisibleChanged: if (visible) chooser.open()
     onClosing: panel.cancelled()

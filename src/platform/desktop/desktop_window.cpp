@@ -132,8 +132,9 @@ void DesktopWindow::makeKeyWindow() {
     owner_.becameKey(*this);
     return;
   }
-  // Qt would ask with the time of its last event, which the server takes for an outdated wish.
-  xcb_set_input_focus(qtConnection(), XCB_INPUT_FOCUS_POINTER_ROOT, nativeId(), XCB_CURRENT_TIME);
+  // Qt would ask with the time of its last event, which the server takes for an outdated wish. What
+  // is typed after the window's end goes nowhere until somebody says where.
+  xcb_set_input_focus(qtConnection(), XCB_INPUT_FOCUS_NONE, nativeId(), XCB_CURRENT_TIME);
   xcb_flush(qtConnection());
   owner_.becameKey(*this);
 }

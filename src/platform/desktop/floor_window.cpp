@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <string>
+#include <xcb/xfixes.h>
 
 #include "platform/desktop/x_atom.h"
 #include "platform/desktop/x_reply.h"
@@ -10,9 +11,9 @@
 namespace lunevra {
 namespace {
 
-// As large as coordinates of 16 bits allow, so that a root that grows shows nothing new.
-constexpr std::int32_t farOrigin = -64;
-constexpr std::uint32_t farExtent = 32700;
+// What a root may grow by at once, a large display to the right or below, without showing anything
+// new for a moment.
+constexpr std::uint32_t margin = 4096;
 
 xcb_screen_t* screenAt(xcb_connection_t* connection, int index) {
   auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
@@ -35,6 +36,7 @@ FloorWindow::FloorWindow() {
   compositorSelection_ = atomNamed(connection_.get(), "_NET_WM_CM_S" + std::to_string(screenIndex));
   desktopProperty_ = atomNamed(connection_.get(), "_NET_CURRENT_DESKTOP");
   serverKeys_.emplace(connection_.get(), screen_->root);
+  watchCompositor();
   createWindow();
 }
 
@@ -60,8 +62,16 @@ void FloorWindow::show() {
   const std::uint32_t onTop[] = {XCB_STACK_MODE_ABOVE};
   xcb_configure_window(connection, window_, XCB_CONFIG_WINDOW_STACK_MODE, onTop);
   xcb_map_window(connection, window_);
+  takeFocus();
+  static_cast<void>(holdInput());
   serverKeys_->disable();
   waitForServer();
+}
+
+// If the grab goes with the process, what is typed goes to the floor; and nowhere once that is
+// gone.
+void FloorWindow::takeFocus() {
+  xcb_set_input_focus(connection_.get(), XCB_INPUT_FOCUS_NONE, window_, XCB_CURRENT_TIME);
 }
 
 void FloorWindow::hide() {
@@ -69,33 +79,54 @@ void FloorWindow::hide() {
   if (!isShown_) return;
   isShown_ = false;
   watchRoot(false);
+  setOutlivesProcess(false);
   xcb_unmap_window(connection_.get(), window_);  // which ends both grabs
-  if (previousFocus_ > XCB_INPUT_FOCUS_POINTER_ROOT)
-    xcb_set_input_focus(connection_.get(), XCB_INPUT_FOCUS_POINTER_ROOT, previousFocus_,
-                        XCB_CURRENT_TIME);
+  // Typing must go somewhere even if the window that had the focus is gone.
+  for (const auto focus : {xcb_window_t{XCB_INPUT_FOCUS_POINTER_ROOT}, previousFocus_})
+    if (focus != XCB_WINDOW_NONE)
+      xcb_set_input_focus(connection_.get(), XCB_INPUT_FOCUS_POINTER_ROOT, focus, XCB_CURRENT_TIME);
   waitForServer();
 }
 
-// A compositor keeps the whole of each window in memory; for it the floor is as large as the root
-// and follows it, and what a growing root shows first is the compositor's own.
+void FloorWindow::setOutlivesProcess(bool outlives) {
+  xcb_set_close_down_mode(connection_.get(),
+                          outlives ? XCB_CLOSE_DOWN_RETAIN_TEMPORARY : XCB_CLOSE_DOWN_DESTROY_ALL);
+  xcb_flush(connection_.get());
+}
+
+void FloorWindow::removeLeftBehind() {
+  xcb_kill_client(connection_.get(), XCB_KILL_ALL_TEMPORARY);
+  waitForServer();
+}
+
+// A compositor keeps the whole of each window in memory; for it the floor is as large as the root,
+// and what a growing root shows first is the compositor's own.
 void FloorWindow::coverRoot() {
   auto* const connection = connection_.get();
-  std::uint32_t place[] = {static_cast<std::uint32_t>(farOrigin),
-                           static_cast<std::uint32_t>(farOrigin), farExtent, farExtent};
-  if (hasCompositor()) {
-    const auto cookie = xcb_get_geometry(connection, screen_->root);
-    const XReply<xcb_get_geometry_reply_t> root(
-        xcb_get_geometry_reply(connection, cookie, nullptr));
-    if (root) {
-      place[0] = place[1] = 0;
-      place[2] = root->width;
-      place[3] = root->height;
-    }
-  }
-  xcb_configure_window(connection, window_,
-                       XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
-                           XCB_CONFIG_WINDOW_HEIGHT,
-                       place);
+  const auto cookie = xcb_get_geometry(connection, screen_->root);
+  const XReply<xcb_get_geometry_reply_t> root(xcb_get_geometry_reply(connection, cookie, nullptr));
+  if (!root) return;
+  const std::uint32_t beyond = hasCompositor() ? 0 : margin;
+  const std::uint32_t size[] = {root->width + beyond, root->height + beyond};
+  xcb_configure_window(connection, window_, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
+                       size);
+}
+
+// One that comes while the floor is up must not be handed more than it has to show.
+void FloorWindow::watchCompositor() {
+  auto* const connection = connection_.get();
+  const auto* const extension = xcb_get_extension_data(connection, &xcb_xfixes_id);
+  if (extension == nullptr || extension->present == 0) return;
+  const auto cookie =
+      xcb_xfixes_query_version(connection, XCB_XFIXES_MAJOR_VERSION, XCB_XFIXES_MINOR_VERSION);
+  const XReply<xcb_xfixes_query_version_reply_t> version(
+      xcb_xfixes_query_version_reply(connection, cookie, nullptr));
+  compositorEvent_ =
+      static_cast<std::uint8_t>(extension->first_event + XCB_XFIXES_SELECTION_NOTIFY);
+  xcb_xfixes_select_selection_input(connection, screen_->root, compositorSelection_,
+                                    XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
+                                        XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
+                                        XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
 }
 
 bool FloorWindow::hasCompositor() {
@@ -149,6 +180,7 @@ FloorWindow::News FloorWindow::readNews() {
 
 void FloorWindow::noteEvent(const xcb_generic_event_t& event, News& news) {
   if (isShown_ && serverKeys_->isNews(event)) serverKeys_->disable();
+  if (isShown_ && compositorEvent_ != 0 && event.response_type == compositorEvent_) coverRoot();
   switch (event.response_type) {  // events made up by a client carry one more bit and match nothing
     case 0: {
       const auto& error = reinterpret_cast<const xcb_generic_error_t&>(event);

@@ -27,7 +27,8 @@ class FloorWindow {
   /// Connects and shows nothing yet. Throws LocalizedError if no X server can be reached.
   FloorWindow();
 
-  /// On top of all windows, black everywhere when the call returns.
+  /// On top of all windows, black everywhere when the call returns, and in possession of the input
+  /// unless another program holds it.
   void show();
   /// Gives up the input, and the focus to the window that had it before `show`. If the floor is
   /// not shown, it still puts back what a process that was killed has changed for it.
@@ -37,6 +38,14 @@ class FloorWindow {
   /// Takes or renews both grabs; false while another program holds one of them. Never lets go of
   /// one in between.
   [[nodiscard]] bool holdInput();
+
+  /// Whether the server keeps the floor on the screen, without its grabs, when this process dies
+  /// with it shown. Only for a process that is brought back: nothing but the next start's
+  /// `removeLeftBehind`, or the end of the X server, takes such a floor away.
+  void setOutlivesProcess(bool outlives);
+  /// Takes away what processes that died have left on the screen; to be called with the own floor
+  /// up where one has to be. No process that lives loses anything.
+  void removeLeftBehind();
 
   /// Readable when there may be news; to be read after each other operation as well, since waiting
   /// for an answer takes what has arrived off the descriptor.
@@ -52,14 +61,17 @@ class FloorWindow {
 
   void createWindow();
   void coverRoot();
+  void takeFocus();
   void watchRoot(bool isWatched);
   void waitForServer();
+  void watchCompositor();
   [[nodiscard]] bool hasCompositor();
   void noteEvent(const xcb_generic_event_t& event, News& news);
 
   std::unique_ptr<xcb_connection_t, Disconnect> connection_;
   const xcb_screen_t* screen_ = nullptr;
   xcb_atom_t compositorSelection_ = XCB_ATOM_NONE;
+  std::uint8_t compositorEvent_ = 0;  // 0: cannot be watched
   xcb_atom_t desktopProperty_ = XCB_ATOM_NONE;
   std::optional<ServerKeys> serverKeys_;
   xcb_window_t window_ = XCB_WINDOW_NONE;

@@ -123,14 +123,13 @@ const MountedVolume* LinuxVolumes::find(const std::string& volume) const {
 }
 
 const MountedVolume* LinuxVolumes::touchable(const std::string& path) const {
-  const MountedVolume* innermost = nullptr;
-  for (const auto& volume : table_.current()) {
-    const auto prefix = volume.path == "/" ? volume.path : volume.path + "/";
-    if (path.starts_with(prefix) &&
-        (innermost == nullptr || volume.path.size() > innermost->path.size()))
-      innermost = &volume;
+  auto folder = std::filesystem::path(path).parent_path();
+  auto* volume = find(folder.string());
+  while (volume == nullptr && folder.has_relative_path()) {
+    folder = folder.parent_path();
+    volume = find(folder.string());
   }
-  return innermost != nullptr && isLocal(*innermost) ? innermost : nullptr;
+  return volume != nullptr && isLocal(*volume) ? volume : nullptr;
 }
 
 }  // namespace lunevra

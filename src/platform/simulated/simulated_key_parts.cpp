@@ -28,10 +28,18 @@ void SimulatedVolumes::attach(const Volume& volume) {
     attached_.push_back(volume);
   else
     *same = volume;
+  indexPaths();
 }
 
 void SimulatedVolumes::eject(const std::string& name) {
   std::erase_if(attached_, [&](const auto& volume) { return volume.name == name; });
+  indexPaths();
+}
+
+void SimulatedVolumes::indexPaths() {
+  byPath_.clear();
+  for (std::size_t index = 0; index < attached_.size(); ++index)
+    byPath_.emplace(attached_[index].path, index);
 }
 
 void SimulatedVolumes::putFile(const std::string& volumeName, const std::string& relativePath,
@@ -46,9 +54,8 @@ std::vector<std::string> SimulatedVolumes::mountedVolumes() const {
 }
 
 const SimulatedVolumes::Volume* SimulatedVolumes::at(const std::string& path) const {
-  const auto found = std::find_if(attached_.begin(), attached_.end(),
-                                  [&](const auto& volume) { return volume.path == path; });
-  return found == attached_.end() ? nullptr : &*found;
+  const auto found = byPath_.find(path);
+  return found == byPath_.end() ? nullptr : &attached_[found->second];
 }
 
 std::optional<VolumeTraits> SimulatedVolumes::traits(const std::string& volume) const {
@@ -69,15 +76,13 @@ std::optional<std::string> SimulatedVolumes::localizedName(const std::string& vo
 }
 
 std::optional<SimulatedVolumes::Location> SimulatedVolumes::locate(const std::string& path) const {
-  std::optional<Location> innermost;
-  std::size_t longest = 0;
-  for (const auto& volume : attached_) {
-    const auto prefix = volume.path == "/" ? volume.path : volume.path + "/";
-    if (!path.starts_with(prefix) || prefix.size() <= longest) continue;
-    longest = prefix.size();
-    innermost = Location{&volume, path.substr(prefix.size())};
+  for (auto slash = path.rfind('/'); slash != std::string::npos;
+       slash = path.rfind('/', slash - 1)) {
+    const auto* const volume = at(path.substr(0, std::max<std::size_t>(slash, 1)));
+    if (volume != nullptr) return Location{volume, path.substr(slash + 1)};
+    if (slash == 0) break;
   }
-  return innermost;
+  return std::nullopt;
 }
 
 std::optional<std::string> SimulatedVolumes::readFile(const std::string& path) const {

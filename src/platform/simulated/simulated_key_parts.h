@@ -60,10 +60,12 @@ class SimulatedVolumes final : public VolumeSource {
     const Volume* volume;
     std::string relativePath;
   };
+  void indexPaths();
   [[nodiscard]] const Volume* at(const std::string& path) const;
   [[nodiscard]] std::optional<Location> locate(const std::string& path) const;
 
   std::vector<Volume> attached_;
+  std::map<std::string, std::size_t> byPath_;                        // into attached_
   std::map<std::string, std::map<std::string, std::string>> files_;  // by volume name, then path
 };
 

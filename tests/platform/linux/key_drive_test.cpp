@@ -1,4 +1,3 @@
-#include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
@@ -11,40 +10,15 @@
 namespace lunevra {
 namespace {
 
-using host_test::UsbImage;
+using host_test::runOnUsb;
 using std::chrono_literals::operator""ms;
-
-constexpr auto imageVariable = "LUNEVRA_TEST_DRIVE";
-constexpr auto deviceVariable = "LUNEVRA_TEST_DEVICE";
-
-/// Cases that need a drive on USB run once more, in a process for which the image is one; this is
-/// the process that gets it ready.
-class KeyDriveTest : public testing::Test {
- protected:
-  void runOnUsb(const std::string& name) {
-    UsbImage image;
-    if (!image.isAvailable() || !image.mount())
-      GTEST_SKIP() << "this computer mounts no images: " << std::strerror(errno);
-    image.unmount();
-    host_test::ChildProcess body(
-        {"umockdev-run", "-d", image.description(), "--",
-         std::filesystem::read_symlink("/proc/self/exe"), "--gtest_also_run_disabled_tests",
-         "--gtest_filter=OnUsb.DISABLED_" + name},
-        {std::string(imageVariable) + "=" + image.path().string(),
-         std::string(deviceVariable) + "=" + image.device()});
-    EXPECT_EQ(body.exitStatus(std::chrono::seconds(60)), 0) << "see above";
-  }
-};
 
 class OnUsb : public testing::Test {
  protected:
-  OnUsb() : drive_(std::getenv(imageVariable)), device_(std::getenv(deviceVariable)) {}
   ~OnUsb() override { unmount(); }
 
-  void mount(unsigned long flags = 0) {
-    ASSERT_EQ(::mount(device_.c_str(), drive_.c_str(), "ext4", flags, nullptr), 0) << errno;
-  }
-  void unmount() { ::umount2(drive_.c_str(), MNT_DETACH); }
+  void mount(unsigned long flags = 0) const { usb_.mount(flags); }
+  void unmount() const { usb_.unmount(); }
   [[nodiscard]] std::string createKey(const std::filesystem::path& folder) {
     try {
       return keys_.createKey(folder);
@@ -64,12 +38,12 @@ class OnUsb : public testing::Test {
                       runLoop_,
                       panels_};
   PhysicalKeyManager keys_{computer_.host()};
-  std::filesystem::path drive_;
-  std::string device_;
+  host_test::UsbDrive usb_;
+  std::filesystem::path drive_ = usb_.path;
 };
 
-TEST_F(KeyDriveTest, AKeyIsMadeFoundAndGoneWithItsDrive) {
-  runOnUsb("AKeyIsMadeFoundAndGoneWithItsDrive");
+TEST(KeyDriveTest, AKeyIsMadeFoundAndGoneWithItsDrive) {
+  runOnUsb("OnUsb.DISABLED_AKeyIsMadeFoundAndGoneWithItsDrive");
 }
 TEST_F(OnUsb, DISABLED_AKeyIsMadeFoundAndGoneWithItsDrive) {
   mount();
@@ -98,8 +72,8 @@ TEST_F(OnUsb, DISABLED_AKeyIsMadeFoundAndGoneWithItsDrive) {
   EXPECT_EQ(createKey(drive_), "That USB drive is read-only. Unlock it or choose another drive.");
 }
 
-TEST_F(KeyDriveTest, WhatIsNoFileIsNeverWaitedFor) {
-  runOnUsb("WhatIsNoFileIsNeverWaitedFor");
+TEST(KeyDriveTest, WhatIsNoFileIsNeverWaitedFor) {
+  runOnUsb("OnUsb.DISABLED_WhatIsNoFileIsNeverWaitedFor");
 }
 TEST_F(OnUsb, DISABLED_WhatIsNoFileIsNeverWaitedFor) {
   mount();
@@ -130,8 +104,8 @@ TEST_F(OnUsb, DISABLED_WhatIsNoFileIsNeverWaitedFor) {
       << "what was begun is taken away";
 }
 
-TEST_F(KeyDriveTest, ADriveOrShareThatDoesNotAnswerHoldsNobodyUp) {
-  runOnUsb("ADriveOrShareThatDoesNotAnswerHoldsNobodyUp");
+TEST(KeyDriveTest, ADriveOrShareThatDoesNotAnswerHoldsNobodyUp) {
+  runOnUsb("OnUsb.DISABLED_ADriveOrShareThatDoesNotAnswerHoldsNobodyUp");
 }
 TEST_F(OnUsb, DISABLED_ADriveOrShareThatDoesNotAnswerHoldsNobodyUp) {
   mount();
@@ -142,7 +116,7 @@ TEST_F(OnUsb, DISABLED_ADriveOrShareThatDoesNotAnswerHoldsNobodyUp) {
     const UniqueDescriptor server(::open("/dev/fuse", O_RDWR | O_CLOEXEC));
     const auto options = "fd=" + std::to_string(server.get()) +
                          ",rootmode=40000,user_id=0,group_id=0" + (isShare ? "" : ",blksize=512");
-    ASSERT_EQ(::mount(isShare ? "nas:/share" : device_.c_str(), drive_.c_str(),
+    ASSERT_EQ(::mount(isShare ? "nas:/share" : usb_.device.c_str(), drive_.c_str(),
                       isShare ? "fuse.sshfs" : "fuseblk", 0, options.c_str()),
               0)
         << errno;
@@ -160,7 +134,7 @@ TEST_F(OnUsb, DISABLED_ADriveOrShareThatDoesNotAnswerHoldsNobodyUp) {
   }
   // The last look ends some time after its server.
   EXPECT_TRUE(eventually(
-      [&] { return ::mount(device_.c_str(), drive_.c_str(), "ext4", 0, nullptr) == 0; }));
+      [&] { return ::mount(usb_.device.c_str(), drive_.c_str(), "ext4", 0, nullptr) == 0; }));
   EXPECT_TRUE(eventually([&] { return keys_.findMountedMatchingKey() == "KEY DRIVE"; }));
 }
 
