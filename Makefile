@@ -1,12 +1,14 @@
 # Commands for people; README.md says what each is for.
 BUILD := build
 SOAK_SECONDS ?= 60
+PREFIX ?= /usr
 JOBS ?= $(shell nproc)
 CTEST := ctest --output-on-failure
 
 GALLERY := $(BUILD)/gallery
 
-.PHONY: all build setup test sanitize soak lint format rehearsal gallery bench fuzz run install clean
+.PHONY: all build setup test sanitize soak lint format rehearsal gallery bench fuzz run install \
+  package package-check coverage clean
 
 all: build
 
@@ -24,6 +26,13 @@ sanitize: setup
 	@cmake --preset sanitize
 	@cmake --build $(BUILD)/sanitize -j$(JOBS)
 	@$(CTEST) --test-dir $(BUILD)/sanitize -j$(JOBS)
+
+# How much of the logic the tests reach that need no display.
+coverage:
+	@tools/setup.sh gcovr
+	@cmake --preset coverage
+	@cmake --build $(BUILD)/coverage -j$(JOBS)
+	@tools/coverage.sh $(BUILD)/coverage
 
 # Long runs of what `make test` tries briefly.
 soak: build
@@ -65,8 +74,21 @@ fuzz: setup
 run: build
 	@$(BUILD)/bin/lunevra
 
+# The bus and the service manager look for their files under /usr.
 install: build
+	@cmake $(BUILD) -DCMAKE_INSTALL_PREFIX=$(PREFIX) >/dev/null
 	@cmake --install $(BUILD)
+
+# A .deb, the same bytes wherever it is built: every time in it is that of the last commit.
+package: export SOURCE_DATE_EPOCH ?= $(shell git log -1 --format=%ct)
+package: setup
+	@cmake --preset package
+	@cmake --build $(BUILD)/package -j$(JOBS)
+	@cd $(BUILD)/package && cpack
+
+# Installs, uses and purges it in a Debian of its own; needs root and debootstrap.
+package-check: package
+	@tools/package_check.sh $(BUILD)/package/lunevra_*.deb
 
 clean:
 	@rm -rf $(BUILD)

@@ -1,11 +1,15 @@
 #!/bin/sh
-# Formatting, static analysis, QML and the borders between folders; silent where all is well.
+# Formatting, scripts, static analysis, QML and the borders between folders; silent where all is well.
 set -eu
 cd "$(dirname "$0")/.."
 
 sources=$(git ls-files '*.h' '*.cpp')
 # shellcheck disable=SC2086 # file names of this project have no blanks
 clang-format --dry-run -Werror $sources
+
+# Whatever starts as a shell script is one, whatever its name.
+# shellcheck disable=SC2046
+shellcheck $(git grep -lE '^#!.*\b(ba|da)?sh\b')
 
 # The logic sees no toolkit and no operating system; platform/ itself only declares.
 foreign='#include[[:space:]]*<(Q[A-Z]|sys/|unistd|fcntl|X11/|xcb/|sqlite3|systemd/|lib(udev|mount|secret))'

@@ -1,9 +1,11 @@
 #!/bin/sh
-# Installs the Debian packages that building and testing need; does nothing where they are present.
+# Installs the Debian packages that building and testing need, and those that are named to it; does
+# nothing where they are present.
 set -eu
 
 packages="
-ccache clang clang-format clang-tidy cmake g++ git libclang-rt-14-dev ninja-build pkg-config
+ccache clang clang-format clang-tidy cmake g++ git libclang-rt-14-dev librsvg2-bin ninja-build
+pkg-config shellcheck
 dbus dbus-user-session e2fsprogs gnome-keyring imagemagick libsecret-tools openbox picom sqlite3 systemd
 tzdata umockdev x11-utils x11-xkb-utils x11-xserver-utils xauth xdotool xserver-xorg-core
 xserver-xorg-video-dummy xvfb
@@ -19,7 +21,7 @@ fonts-ebgaramond fonts-inter fonts-quicksand
 "
 
 missing=""
-for package in $packages; do
+for package in $packages "$@"; do
   dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed' ||
     missing="$missing $package"
 done

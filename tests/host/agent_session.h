@@ -45,8 +45,11 @@ class AgentSession {
   static void writeUnit(const std::filesystem::path& path) {
     std::ifstream original(LUNEVRA_AGENT_UNIT);
     std::ofstream unit(path);
-    for (std::string line; std::getline(original, line);)
-      unit << (line.starts_with("ExecStart=") ? "ExecStart=" LUNEVRA_PROGRAM : line) << '\n';
+    for (std::string line; std::getline(original, line);) {
+      for (const std::string setting : {"ExecStart=", "ConditionFileIsExecutable="})
+        if (line.starts_with(setting)) line = setting + LUNEVRA_PROGRAM;
+      unit << line << '\n';
+    }
   }
 
   bool tell(std::vector<std::string> words) {

@@ -70,8 +70,8 @@ class UserManager {
     const auto additions = units() / "com.lunevra.enforcer.service.d";
     fs::create_directory(additions);
     writeFile(additions / "stand-in.conf",
-              "[Service]\nExecStart=\nExecStart=" + std::string(LUNEVRA_AGENT_STAND_IN) + " " +
-                  home().string() + "\n");
+              "[Unit]\nConditionFileIsExecutable=\n[Service]\nExecStart=\nExecStart=" +
+                  std::string(LUNEVRA_AGENT_STAND_IN) + " " + home().string() + "\n");
   }
   void installDaemon(const std::string& program) const {
     writeFile(units() / "com.lunevra.firewall.service",
