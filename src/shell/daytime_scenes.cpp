@@ -31,6 +31,8 @@ void DaytimeScenes::openSettings(ShutdownManager& engine) {
                                                  .canBecomeKey = true,
                                                  .canBecomeMain = true});
     settings_->setContentView(contents_.settings(engine, actions(engine)));
+  } else if (desktop_.application.keyWindow() != settings_) {
+    settings_->setFrame(settingsFrame(), true);  // to the display where the person is now
   }
   settings_->orderFrontRegardless();
   settings_->makeKeyWindow();

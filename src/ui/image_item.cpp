@@ -1,8 +1,11 @@
 #include "ui/image_item.h"
 
 #include <QtCore/qmath.h>
+#include <QtQml/qqmlengine.h>
 #include <QtQuick/qquickwindow.h>
 #include <QtQuick/qsgimagenode.h>
+
+#include "ui/painted_images.h"
 
 namespace lunevra {
 
@@ -27,6 +30,14 @@ QImage ImageItem::emptyImage(double pixelRatio) const {
   return image;
 }
 
+std::shared_ptr<const QImage> ImageItem::image(double pixelRatio) const {
+  const auto paint = [&] { return paintImage(pixelRatio); };
+  const auto name = imageName(pixelRatio);
+  auto* const engine = qmlEngine(this);
+  if (name.isEmpty() || engine == nullptr) return std::make_shared<const QImage>(paint());
+  return PaintedImages::of(*engine).image(metaObject()->className() + name, paint);
+}
+
 QSGNode* ImageItem::updatePaintNode(QSGNode* node, UpdatePaintNodeData*) {
   auto* imageNode = static_cast<QSGImageNode*>(node);
   const auto rect = imageRect();
@@ -41,10 +52,10 @@ QSGNode* ImageItem::updatePaintNode(QSGNode* node, UpdatePaintNodeData*) {
     isOutOfDate_ = true;
   }
   if (isOutOfDate_) {
-    const auto image = paintImage(window()->effectiveDevicePixelRatio());
-    const auto options = image.hasAlphaChannel() ? QQuickWindow::TextureHasAlphaChannel
-                                                 : QQuickWindow::TextureIsOpaque;
-    imageNode->setTexture(window()->createTextureFromImage(image, options));
+    shown_ = image(window()->effectiveDevicePixelRatio());
+    const auto options = shown_->hasAlphaChannel() ? QQuickWindow::TextureHasAlphaChannel
+                                                   : QQuickWindow::TextureIsOpaque;
+    imageNode->setTexture(window()->createTextureFromImage(*shown_, options));
     isOutOfDate_ = false;
   }
   imageNode->setRect(rect);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+
 #include <QtGui/qimage.h>
 #include <QtQml/qqmlregistration.h>
 #include <QtQuick/qquickitem.h>
@@ -19,6 +21,9 @@ class ImageItem : public QQuickItem {
  protected:
   /// Paints the picture for `imageRect`, `pixelRatio` pixels to the point.
   [[nodiscard]] virtual QImage paintImage(double pixelRatio) const = 0;
+  /// Tells the picture from every other that items of the same class paint; items of equal names
+  /// show one picture. Empty: a picture of its own.
+  [[nodiscard]] virtual QString imageName(double) const { return {}; }
   /// Where the picture lies, in the item's coordinates; a glow may reach beyond the item.
   [[nodiscard]] virtual QRectF imageRect() const;
   /// The picture is out of date.
@@ -31,7 +36,10 @@ class ImageItem : public QQuickItem {
   void itemChange(ItemChange change, const ItemChangeData& value) override;
 
  private:
+  [[nodiscard]] std::shared_ptr<const QImage> image(double pixelRatio) const;
+
   bool isOutOfDate_ = true;
+  std::shared_ptr<const QImage> shown_;
 };
 
 }  // namespace lunevra

@@ -57,6 +57,10 @@ TEST_F(DaytimeScenesTest, OpenByDayAndFitLowDisplays) {
   actions.closeSettings();
   actions.closeMenu();
   EXPECT_TRUE(shown().empty());
+  computer.displays.set("Built-in", {1920, 0, 1366, 768});  // where the person is now
+  program.app().openSettings();
+  ASSERT_EQ(shown().size(), 1U);
+  EXPECT_GT(shown().front().x, 1920);
 }
 
 TEST_F(DaytimeScenesTest, TheLockHidesThemForGood) {

@@ -145,6 +145,10 @@ TEST_F(LockScreenPictureTest, TheNight) {
   for (const double y : {-165.0, 165.0})
     expectColor(pixelAt(image, below(y)), night(below(y)), "beyond the light");
 
+  const auto commitment = placeOf(*blocks[1]->childItems()[1]->childItems()[2]);
+  expectColor(lightestIn(image, commitment), mix(night(commitment.center()), hex("ef4444"), 0.6),
+              "commitment", 16.0);
+
   const auto footer = blocks[3]->childItems();
   const auto pill = placeOf(*footer[0]);
   const QPointF inPill(pill.left() + 20.5, pill.center().y());
@@ -202,6 +206,19 @@ TEST_P(CountdownPictureTest, RingAndNumber) {
     expectColor(pixelAt(image, on(162), 1), mix(hex("ef4444"), hex("f97316"), parts[i]), "arc", 3);
     expectColor(pixelAt(image, on(162 - 5), 0), {}, "inside of the arc");
     expectColor(pixelAt(image, on(162 + 5), 0), {}, "outside of the arc");
+  }
+
+  auto upper = placeOf(*number);
+  const auto lower = upper.adjusted(0, 2 * upper.height() / 3, 0, 0);
+  upper.setHeight(upper.height() / 3);
+  const auto top = lightestIn(image, upper);
+  const auto bottom = lightestIn(image, lower);
+  if (GetParam() > 1) {
+    EXPECT_GT(top[0], bottom[0] + 5.0) << "white, fading";
+  } else {
+    EXPECT_GT(bottom[1], top[1] + 5.0) << "red, turning orange";
+    const QPointF beside = placeOf(*number).center() + QPointF(16, 20);
+    EXPECT_GT(pixelAt(image, beside)[0], 3.0) << "glow";
   }
 
   const auto lightest = lightestIn(image, placeOf(*number));

@@ -142,6 +142,12 @@ TEST_F(SettingsModelTest, ReplacingAKeyAsksFirst) {
   EXPECT_FALSE(model.isShowingReplaceKeyConfirmation());
   EXPECT_NE(engine.physicalKeyMessage().find("Physical key created on KEYDRIVE."),
             std::string::npos);
+
+  model.createKey();
+  commitFor(3600);  // from another machine, while the window asks
+  model.confirmReplaceKey();
+  EXPECT_EQ(engine.physicalKeyMessage(),
+            "Settings are commitment-locked. Wait until the commitment ends.");
 }
 
 TEST_F(SettingsModelTest, LayersReportToTheLineOfStatus) {

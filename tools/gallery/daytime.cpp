@@ -9,6 +9,7 @@
 #include <QtCore/qdir.h>
 #include <QtCore/qeventloop.h>
 #include <QtCore/qtimer.h>
+#include <QtGui/qevent.h>
 #include <QtGui/qguiapplication.h>
 #include <QtGui/qimage.h>
 #include <QtQuick/qquickitem.h>
@@ -50,6 +51,12 @@ struct Computer {
     simulated.services.daemon("").setStatus(ServiceStatus::enabled);
     simulated.defaults.standard().set(settings_key::firewallEnabled, true);
   }
+  /// Services that wait to be approved.
+  void leaveUnapproved() {
+    configureKey();
+    simulated.services.agent("").setStatus(ServiceStatus::requiresApproval);
+    simulated.services.daemon("").setStatus(ServiceStatus::requiresApproval);
+  }
   void beginNight() {
     setTime(22);
     engine().evaluateSchedule();
@@ -84,9 +91,43 @@ void photographMenu(const QDir& folder, const QString& name, const Prepare& prep
   save(window.grabWindow(), folder, "menu-" + name);
 }
 
-/// One picture of the window for each time that `scrolls` tells how far down to go.
+/// A descendant by its name; the names of views made of parts are those of their items.
+QQuickItem* find(QQuickItem& within, const QString& name) {
+  for (auto* const item : within.childItems()) {
+    if (item->objectName() == name) return item;
+    if (auto* const found = find(*item, name)) return found;
+  }
+  return nullptr;
+}
+
+void press(QQuickItem& item) {
+  item.forceActiveFocus(Qt::TabFocusReason);
+  for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+    QKeyEvent event(type, Qt::Key_Space, Qt::NoModifier);
+    QCoreApplication::sendEvent(item.window(), &event);
+  }
+}
+
+/// The window once a control of it has been pressed.
+void photographPressed(const QDir& folder, const QString& name, const QString& control,
+                       const Prepare& prepare) {
+  Computer computer;
+  prepare(computer);
+  QQuickWindow window;
+  window.resize(520, 760);
+  window.show();
+  const auto content = settingsContent(computer.simulated.host(), computer.engine(), {});
+  content->attach(window);
+  window.requestActivate();
+  settle(computer);
+  press(*find(*content->root(), control));
+  settle(computer);
+  save(window.grabWindow(), folder, "settings-" + name);
+}
+
+/// One picture of the window for each screen that it takes to show it to the end.
 void photographSettings(const QDir& folder, const QString& name, QSize size, int screens,
-                        const Prepare& prepare, const Prepare& whenShown = {}) {
+                        const Prepare& prepare) {
   Computer computer;
   prepare(computer);
   QQuickWindow window;
@@ -95,7 +136,6 @@ void photographSettings(const QDir& folder, const QString& name, QSize size, int
   const auto content = settingsContent(computer.simulated.host(), computer.engine(), {});
   content->attach(window);
   settle(computer);
-  if (whenShown) whenShown(computer);
   auto* const scroll = content->root()->findChild<QQuickItem*>("scroll");
   for (int screen = 0; screen < screens; ++screen) {
     const double end = scroll->property("contentHeight").toDouble() - scroll->height();
@@ -129,6 +169,11 @@ int main(int argc, char** argv) {
     c.configureKey();
     c.commit();
   });
-  photographSettings(folder, "4-low-display", {520, 700}, 1, [](Computer&) {});
+  // The window of a display that is 768 points high.
+  photographSettings(folder, "4-low-display", {520, 704}, 4, [](Computer&) {});
+  photographSettings(folder, "5-unapproved", full, 3, [](Computer& c) { c.leaveUnapproved(); });
+  photographPressed(folder, "6-ask-to-lock", "lockSettings", [](Computer&) {});
+  photographPressed(folder, "7-ask-to-replace", "createKey", [](Computer& c) { c.configureKey(); });
+  photographPressed(folder, "8-picker", "duration", [](Computer&) {});
   return 0;
 }

@@ -60,7 +60,18 @@ void DesktopWindow::setContentView(std::shared_ptr<WindowContent> content) {
 
 void DesktopWindow::setFrame(const Rect& frame, bool) {
   frame_ = frame;
-  if (window_) window_->setGeometry(toQRect(frame));
+  if (!window_) return;
+  if (style_ == WindowStyle::titled) {
+    screen_ = QGuiApplication::screenAt(toQRect(frame).center());
+    fixSize();
+  }
+  window_->setGeometry(toQRect(frame));
+}
+
+void DesktopWindow::fixSize() {
+  const auto size = toQRect(frame_).size();
+  window_->setMinimumSize(size);
+  window_->setMaximumSize(size);
 }
 
 void DesktopWindow::orderFrontRegardless() {
@@ -81,10 +92,7 @@ void DesktopWindow::createNativeWindow() {
   setBackgroundColor(color_);
   if (screen_) window_->setScreen(screen_);
   window_->setGeometry(toQRect(frame_));
-  if (style_ == WindowStyle::titled) {
-    window_->setMinimumSize(window_->size());
-    window_->setMaximumSize(window_->size());
-  }
+  if (style_ == WindowStyle::titled) fixSize();
   window_->create();
   setNativeBackground(nativeId(), window_->color());
 }

@@ -17,7 +17,7 @@ namespace lunevra {
 /// system, and once it is, its content is loaded in a later turn: black comes first. A window at
 /// screen-saver level is left alone by the window manager, so it is on every desktop, without
 /// shadow, title bar or animation, and cannot be moved; the setters for those have nothing to do.
-/// A titled window has the size that it was made with, and is hidden when the person closes it.
+/// A titled window has the size of its frame, and is hidden when the person closes it.
 class DesktopWindow : public Window {
  public:
   /// Who arranges the windows; outlives them.
@@ -57,6 +57,7 @@ class DesktopWindow : public Window {
 
  private:
   void createNativeWindow();
+  void fixSize();
   [[nodiscard]] Qt::WindowFlags flags() const;
   void attachContentLater();
   void attachContent();

@@ -68,6 +68,12 @@ void QtApplication::restack() {
   xcb_flush(qtConnection());
 }
 
+// One that was put away has no keyboard.
+std::shared_ptr<Window> QtApplication::keyWindow() const {
+  auto key = keyWindow_.lock();
+  return key && key->isVisible() ? key : nullptr;
+}
+
 void QtApplication::orderedFront(DesktopWindow& window) {
   if (floor_.isUp()) return restack();
   putOnTop(window.nativeId());

@@ -17,7 +17,7 @@ class QtApplication : public Application, private DesktopWindow::Owner {
   QtApplication(FloorGuard& floor, RunLoop& runLoop, Log& log);
 
   [[nodiscard]] std::vector<std::shared_ptr<Window>> windows() const override;
-  [[nodiscard]] std::shared_ptr<Window> keyWindow() const override { return keyWindow_.lock(); }
+  [[nodiscard]] std::shared_ptr<Window> keyWindow() const override;
   [[nodiscard]] std::shared_ptr<Window> makeWindow(const WindowDescription& description) override;
 
   void setPresentationOptions(PresentationOptions options) override;

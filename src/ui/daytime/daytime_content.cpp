@@ -3,16 +3,14 @@
 #include <algorithm>
 #include <utility>
 
-#include <QtCore/qurl.h>
-#include <QtCore/qvariant.h>
 #include <QtGui/qscreen.h>
-#include <QtQml/qqmlcomponent.h>
 #include <QtQml/qqmlengine.h>
 #include <QtQuick/qquickitem.h>
 #include <QtQuick/qquickwindow.h>
 
 #include "ui/daytime/menu_bar_bridge.h"
 #include "ui/daytime/settings_bridge.h"
+#include "ui/load_view.h"
 
 // Named here so that the linker keeps what registers the modules' types.
 void qml_register_types_Lunevra_LockScreen();
@@ -52,20 +50,8 @@ void DaytimeContent::load(QQuickWindow& window) {
   qml_register_types_Lunevra_Daytime();
   engine_ = std::make_unique<QQmlEngine>();
   bridge_ = makeBridge_();
-  QQmlComponent component(
-      engine_.get(),
-      QUrl(QStringLiteral("qrc:/qt-project.org/imports/Lunevra/Daytime/%1.qml").arg(view_)));
-  std::unique_ptr<QObject> object;
-  if (component.isReady())
-    object.reset(
-        component.createWithInitialProperties({{"bridge", QVariant::fromValue(bridge_.get())}}));
-  root_.reset(qobject_cast<QQuickItem*>(object.get()));
-  if (!root_) {
-    log_.line("Lunevra could not load " + std::string(view_) + ": " +
-              component.errorString().toStdString());
-    return;
-  }
-  static_cast<void>(object.release());  // now the root's
+  root_ = loadView(*engine_, view_, *bridge_, log_);
+  if (!root_) return;
   root_->setParentItem(window.contentItem());
   QObject::connect(root_.get(), &QQuickItem::implicitHeightChanged, &receiver_,
                    [this, &window] { fit(window); });
@@ -97,7 +83,7 @@ void DaytimeContent::fit(QQuickWindow& window) {
 std::shared_ptr<DaytimeContent> settingsContent(const Host& host, ShutdownManager& engine,
                                                 std::function<void()> dismiss) {
   return std::make_shared<DaytimeContent>(
-      host.log, "SettingsView", DaytimeContent::Sizing::viewFillsWindow,
+      host.log, "Daytime/SettingsView", DaytimeContent::Sizing::viewFillsWindow,
       [host, &engine, dismiss = std::move(dismiss)] {
         auto bridge = std::make_unique<SettingsBridge>(host, engine, dismiss);
         bridge->model().loadFromEngine();
@@ -110,7 +96,7 @@ std::shared_ptr<DaytimeContent> menuBarContent(const Host& host, ShutdownManager
                                                const MenuBarModel::Actions& actions,
                                                std::function<void()> close) {
   return std::make_shared<DaytimeContent>(
-      host.log, "MenuBarView", DaytimeContent::Sizing::windowFitsView,
+      host.log, "Daytime/MenuBarView", DaytimeContent::Sizing::windowFitsView,
       [host, &engine, actions, close = std::move(close)] {
         auto bridge = std::make_unique<MenuBarBridge>(host.runLoop, engine, actions);
         QObject::connect(bridge.get(), &MenuBarBridge::closed, close);

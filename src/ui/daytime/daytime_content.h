@@ -21,7 +21,7 @@ class DaytimeContent : public QuickContent {
   using BridgeFactory = std::function<std::unique_ptr<QObject>()>;
   enum class Sizing { viewFillsWindow, windowFitsView };
 
-  /// `view` names the component. The log outlives the content.
+  /// `view` names the module and the component. The log outlives the content.
   DaytimeContent(Log& log, const char* view, Sizing sizing, BridgeFactory makeBridge);
   ~DaytimeContent() override;
   DaytimeContent(const DaytimeContent&) = delete;

@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <vector>
 
+#include <QtCore/qdebug.h>
+
 #include "ui/dither.h"
 #include "ui/lock_screen/blurred_disc.h"
 
@@ -114,6 +116,15 @@ QImage BackdropItem::paintImage(double pixelRatio) const {
   auto image = Canvas(pixels).paint(rgb(edgeColor_), rgb(middleColor_), lights);
   image.setDevicePixelRatio(pixelRatio);
   return image;
+}
+
+QString BackdropItem::imageName(double pixelRatio) const {
+  QString name;
+  QDebug parts(&name);
+  parts << size() << pixelRatio << edgeColor_ << middleColor_;
+  for (const auto* glow : glows_)
+    parts << glow->color << glow->diameter << glow->blurRadius << glow->strength << glow->centre;
+  return name;
 }
 
 }  // namespace lunevra

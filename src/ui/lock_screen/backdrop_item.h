@@ -50,6 +50,7 @@ class BackdropItem : public lunevra::ImageItem {
 
  protected:
   [[nodiscard]] QImage paintImage(double pixelRatio) const override;
+  [[nodiscard]] QString imageName(double pixelRatio) const override;
 
  private:
   QColor edgeColor_ = Qt::black;

@@ -12,7 +12,6 @@ namespace {
 constexpr double breathSeconds = 4.0;  // in; as long again out
 constexpr double greatestScale = 1.08;
 constexpr int stepsOfBreath = 8;  // none changes a pixel by more than half a shade
-constexpr int tickMilliseconds = 125;
 
 constexpr double startRadius = 40.0;
 constexpr double endRadius = 150.0;
@@ -25,11 +24,17 @@ double strengthAt(double radius) {
                         : std::lerp(middleStrength, 0.0, 2.0 * progress - 1.0);
 }
 
+int stepAt(qint64 milliseconds) {
+  const double phase = std::fmod(static_cast<double>(milliseconds) / 1000.0 / breathSeconds, 2.0);
+  return static_cast<int>(
+      std::lround(easeInOut(phase < 1.0 ? phase : 2.0 - phase) * stepsOfBreath));
+}
+
 }  // namespace
 
 BreathingGlowItem::BreathingGlowItem(QQuickItem* parent) : ImageItem(parent) {
   setImplicitSize(2.0 * endRadius, 2.0 * endRadius);
-  timer_.setInterval(tickMilliseconds);
+  timer_.setSingleShot(true);
   connect(&timer_, &QTimer::timeout, this, &BreathingGlowItem::step);
   connect(this, &BreathingGlowItem::changed, this, &BreathingGlowItem::invalidateImage);
 }
@@ -38,19 +43,22 @@ void BreathingGlowItem::setBreathing(bool isBreathing) {
   if (timer_.isActive() == isBreathing) return;
   if (isBreathing) {
     elapsed_.start();
-    timer_.start();
+    step();
   } else {
     timer_.stop();
   }
   emit breathingChanged();
 }
 
+// Wakes only for the next step, not at every tick of a clock.
 void BreathingGlowItem::step() {
-  const double phase =
-      std::fmod(static_cast<double>(elapsed_.elapsed()) / 1000.0 / breathSeconds, 2.0);
-  const double progress = easeInOut(phase < 1.0 ? phase : 2.0 - phase);
-  const double stepped = std::round(progress * stepsOfBreath) / stepsOfBreath;
-  setScale(1.0 + (greatestScale - 1.0) * stepped);
+  constexpr int lookAhead = 20;  // milliseconds
+  const auto now = elapsed_.elapsed();
+  const int step = stepAt(now);
+  setScale(1.0 + (greatestScale - 1.0) * step / stepsOfBreath);
+  int wait = lookAhead;
+  while (stepAt(now + wait) == step) wait += lookAhead;
+  timer_.start(wait);
 }
 
 QImage BreathingGlowItem::paintImage(double pixelRatio) const {

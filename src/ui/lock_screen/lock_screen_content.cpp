@@ -2,13 +2,11 @@
 
 #include <utility>
 
-#include <QtCore/qurl.h>
-#include <QtCore/qvariant.h>
-#include <QtQml/qqmlcomponent.h>
 #include <QtQml/qqmlengine.h>
 #include <QtQuick/qquickitem.h>
 #include <QtQuick/qquickwindow.h>
 
+#include "ui/load_view.h"
 #include "ui/lock_screen/lock_screen_bridge.h"
 
 // Named here so that the linker keeps what registers the module's types.
@@ -34,20 +32,8 @@ void LockScreenContent::attach(QQuickWindow& window) {
   window.setColor(Qt::black);
   engine_ = views_->get();
   bridge_ = std::make_unique<LockScreenBridge>(host_, ticks_, shutdownManager_);
-  QQmlComponent component(engine_.get(),
-                          QUrl("qrc:/qt-project.org/imports/Lunevra/LockScreen/ContentView.qml"));
-  std::unique_ptr<QObject> object;
-  if (component.isReady())
-    object.reset(
-        component.createWithInitialProperties({{"bridge", QVariant::fromValue(bridge_.get())}}));
-  root_.reset(qobject_cast<QQuickItem*>(object.get()));
-  if (!root_) {
-    host_.log.line("Lunevra could not load the lock screen: " +
-                   component.errorString().toStdString());
-    return;
-  }
-  static_cast<void>(object.release());  // now the root's
-  keepSizedTo(window);
+  root_ = loadView(*engine_, "LockScreen/ContentView", *bridge_, host_.log);
+  if (root_) keepSizedTo(window);
 }
 
 void LockScreenContent::keepSizedTo(QQuickWindow& window) {
