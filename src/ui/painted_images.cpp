@@ -5,7 +5,7 @@
 namespace lunevra {
 
 PaintedImages& PaintedImages::of(QQmlEngine& engine) {
-  if (auto* const images = engine.findChild<PaintedImages*>(Qt::FindDirectChildrenOnly))
+  if (auto* const images = engine.findChild<PaintedImages*>({}, Qt::FindDirectChildrenOnly))
     return *images;
   return *std::make_unique<PaintedImages>(&engine).release();  // now the engine's
 }
