@@ -55,20 +55,28 @@ void BreathingGlowItem::step() {
   constexpr int lookAhead = 20;  // milliseconds
   const auto now = elapsed_.elapsed();
   const int step = stepAt(now);
-  setScale(1.0 + (greatestScale - 1.0) * step / stepsOfBreath);
+  size_ = 1.0 + (greatestScale - 1.0) * step / stepsOfBreath;
+  invalidateImage();  // cheaper than one picture, smoothly scaled
   int wait = lookAhead;
   while (stepAt(now + wait) == step) wait += lookAhead;
   timer_.start(wait);
 }
 
+QRectF BreathingGlowItem::imageRect() const {
+  constexpr double beyond = endRadius * (greatestScale - 1.0);
+  return boundingRect().adjusted(-beyond, -beyond, beyond, beyond);
+}
+
 QImage BreathingGlowItem::paintImage(double pixelRatio) const {
   auto image = emptyImage(pixelRatio);
   const DitherNoise ditherNoise;
-  const double centre = endRadius * pixelRatio - 0.5;
+  const double centre = endRadius * greatestScale * pixelRatio - 0.5;
   for (int y = 0; y < image.height(); ++y) {
     auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
     for (int x = 0; x < image.width(); ++x) {
-      const double radius = std::hypot(x - centre, y - centre) / pixelRatio;
+      const double fromCentre =
+          std::sqrt((x - centre) * (x - centre) + (y - centre) * (y - centre));
+      const double radius = fromCentre / pixelRatio / size_;
       const auto alpha = static_cast<float>(strengthAt(radius));
       if (alpha <= 0.0F) continue;
       const float noise = ditherNoise(x, y);

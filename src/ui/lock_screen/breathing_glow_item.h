@@ -29,10 +29,13 @@ class BreathingGlowItem : public lunevra::ImageItem {
 
  protected:
   [[nodiscard]] QImage paintImage(double pixelRatio) const override;
+  /// As large as the deepest breath.
+  [[nodiscard]] QRectF imageRect() const override;
 
  private:
   void step();
 
+  double size_ = 1.0;
   QColor color_ = Qt::white;
   QTimer timer_;
   QElapsedTimer elapsed_;
