@@ -154,7 +154,11 @@ TEST_F(LockOnX11, HoldsUnderAWindowManagerAndACompositor) {
   const ChildProcess compositor({"picom", "--backend", "xrender", "--config", "/dev/null"}, place);
   ASSERT_TRUE(eventually([&] { return screen_.isManaged() && screen_.isComposited(); }));
   const auto window = screen_.openWindow(false);
-  ASSERT_TRUE(eventually([&] { return screen_.isBright(500, 20); }));
+  const auto isDesktopSeen = [&] { return screen_.isBright(500, 400); };  // below any title bar
+  ASSERT_TRUE(eventually([&] {
+    screen_.raise(window);  // a compositor that has just come paints what changes
+    return isDesktopSeen();
+  }));
   latchNight(1h);
   const auto program = start();
   ASSERT_TRUE(getsLocked());
@@ -165,7 +169,7 @@ TEST_F(LockOnX11, HoldsUnderAWindowManagerAndACompositor) {
   server_.plugIn("DUMMY1", "1280x720", "1024x0");
   EXPECT_TRUE(eventually([&] { return isLocked(); }));
   forgetNight();
-  EXPECT_TRUE(eventually([&] { return screen_.isBright(500, 20); }, 20s)) << "opens in the end";
+  EXPECT_TRUE(eventually(isDesktopSeen, 20s)) << "opens in the end";
 }
 
 TEST_F(LockOnX11, OutlastsAClientThatKeepsOpeningWindows) {
