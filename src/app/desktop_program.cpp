@@ -1,5 +1,7 @@
 #include "app/desktop_program.h"
 
+#include <chrono>
+
 #include "app/daytime.h"
 #include "app/early_cover.h"
 #include "platform/linux/stderr_log.h"
@@ -77,6 +79,8 @@ int DesktopProgram::run() {
   program_.app().launch();
   runLoop_.async([this] { program_.app().windowGroupContentAppeared(); });
   runLoop_.async([this] { menuBarExtra_.emplace(program_.app(), runLoop_); });  // after the cover
+  // The server may hear of a process's death only after the next one's start.
+  runLoop_.after(std::chrono::seconds(1), [this] { floor_.removeLeftBehind(); });
   // A request like any other: the engine decides.
   if (instance_.followsQuit()) runLoop_.async([] { QGuiApplication::quit(); });
   return QGuiApplication::exec();

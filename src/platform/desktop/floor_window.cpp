@@ -76,6 +76,7 @@ void FloorWindow::takeFocus() {
 
 void FloorWindow::hide() {
   serverKeys_->restore();
+  removeLeftBehind();  // an open screen has nothing on it, whenever its owner died
   if (!isShown_) return;
   isShown_ = false;
   watchRoot(false);

@@ -31,7 +31,7 @@ class FloorWindow {
   /// unless another program holds it.
   void show();
   /// Gives up the input, and the focus to the window that had it before `show`. If the floor is
-  /// not shown, it still puts back what a process that was killed has changed for it.
+  /// not shown, it still takes away and puts back what a killed process has left and changed.
   void hide();
   [[nodiscard]] bool isShown() const { return isShown_; }
 
