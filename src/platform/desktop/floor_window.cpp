@@ -1,5 +1,6 @@
 #include "platform/desktop/floor_window.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <string>
 #include <xcb/xfixes.h>
@@ -14,6 +15,7 @@ namespace {
 // What a root may grow by at once, a large display to the right or below, without showing anything
 // new for a moment.
 constexpr std::uint32_t margin = 4096;
+constexpr std::uint32_t furthestCoordinate = 32767;  // beyond it the server's own sums overflow
 
 xcb_screen_t* screenAt(xcb_connection_t* connection, int index) {
   auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
@@ -108,7 +110,8 @@ void FloorWindow::coverRoot() {
   const XReply<xcb_get_geometry_reply_t> root(xcb_get_geometry_reply(connection, cookie, nullptr));
   if (!root) return;
   const std::uint32_t beyond = hasCompositor() ? 0 : margin;
-  const std::uint32_t size[] = {root->width + beyond, root->height + beyond};
+  const std::uint32_t size[] = {std::min(root->width + beyond, furthestCoordinate),
+                                std::min(root->height + beyond, furthestCoordinate)};
   xcb_configure_window(connection, window_, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
                        size);
 }
