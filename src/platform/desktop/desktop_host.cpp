@@ -27,7 +27,6 @@ DesktopHost::DesktopHost(FloorWindow& floor, RunLoop& runLoop, Log& log, Notific
       floorNotifier_(floor.fileDescriptor(), QSocketNotifier::Read) {
   // The window group's window: the first of the program and never ordered in.
   static_cast<void>(application_.makeWindow({}));
-  floor_.onDisturbed = [this] { application_.restack(); };
   floor_.onDesktopSwitched = [this] {
     workspaceNotifications_.post(workspace_notification::activeSpaceDidChange);
   };

@@ -6,8 +6,8 @@
 #include <QGuiApplication>
 #include <QPalette>
 
+#include "platform/desktop/qt_connection.h"
 #include "platform/desktop/quick_content.h"
-#include "platform/desktop/x11_connection.h"
 
 namespace lunevra {
 namespace {

@@ -6,7 +6,6 @@ namespace {
 using std::chrono_literals::operator""ms;
 
 constexpr auto grabRetryInterval = 25ms;
-constexpr auto restBetweenReactions = 10ms;
 
 }  // namespace
 
@@ -51,28 +50,10 @@ void FloorGuard::readNews() {
   if (!floor_.isShown()) return;
   if (news.isDesktopSwitched && onDesktopSwitched) onDesktopSwitched();
   // In a later turn: this may be the news that came while the floor was being put up.
-  if (news.isRemoved) runLoop_.async(lifetime_.guard([this] { restoreRemoved(); }));
-  if (news.isDisturbed) disturbed();
-}
-
-void FloorGuard::restoreRemoved() {
-  if (!floor_.isShown()) return;
-  restore();
-  disturbed();
-}
-
-void FloorGuard::disturbed() {
-  if (isResting_) {
-    wasDisturbedMeanwhile_ = true;
-    return;
-  }
-  isResting_ = true;
-  wasDisturbedMeanwhile_ = false;
-  runLoop_.after(restBetweenReactions, lifetime_.guard([this] {
-    isResting_ = false;
-    if (wasDisturbedMeanwhile_ && floor_.isShown()) disturbed();
-  }));
-  if (onDisturbed) onDisturbed();
+  if (news.isRemoved)
+    runLoop_.async(lifetime_.guard([this] {
+      if (floor_.isShown()) restore();
+    }));
 }
 
 }  // namespace lunevra

@@ -27,24 +27,17 @@ class FloorGuard {
 
   [[nodiscard]] FloorWindow& floor() const { return floor_; }
 
-  /// Something may lie above the program's windows now. Called at once, then at most once in ten
-  /// milliseconds, however fast a rival is.
-  std::function<void()> onDisturbed;
   /// Only while the floor is up.
   std::function<void()> onDesktopSwitched;
   std::function<void()> onConnectionLost;
 
  private:
   void restore();
-  void restoreRemoved();
-  void disturbed();
 
   FloorWindow& floor_;
   RunLoop& runLoop_;
   Log& log_;
   Registration grabRetry_;
-  bool isResting_ = false;
-  bool wasDisturbedMeanwhile_ = false;
   Lifetime lifetime_;
 };
 

@@ -1,12 +1,11 @@
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
-#include <xcb/xcb.h>
 
 #include "platform/desktop/server_keys.h"
+#include "platform/desktop/stack_keeper.h"
 
 namespace lunevra {
 
@@ -17,7 +16,6 @@ class FloorWindow {
  public:
   /// What the X server reported since the last time.
   struct News {
-    bool isDisturbed = false;        ///< a window came up or changed its place among the others
     bool isDesktopSwitched = false;  ///< the person went to another of the desktops
     bool isRemoved = false;          ///< somebody unmapped or destroyed the shown floor
     bool isConnectionLost = false;
@@ -34,6 +32,9 @@ class FloorWindow {
   /// not shown, it still takes away and puts back what a killed process has left and changed.
   void hide();
   [[nodiscard]] bool isShown() const { return isShown_; }
+  /// The windows that belong directly above the floor, which the server must know; while the floor
+  /// is shown, they and it are kept in front of everything else. None whenever it is put up.
+  void setWindowsAbove(WindowPile windows);
 
   /// Takes or renews both grabs; false while another program holds one of them. Never lets go of
   /// one in between.
@@ -52,15 +53,10 @@ class FloorWindow {
   [[nodiscard]] int fileDescriptor() const;
   [[nodiscard]] News readNews();
 
-  [[nodiscard]] xcb_window_t id() const { return window_; }
-
  private:
-  struct Disconnect {
-    void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
-  };
-
   void createWindow();
   void coverRoot();
+  void keepPileOnTop();
   void takeFocus();
   void watchRoot(bool isWatched);
   void waitForServer();
@@ -68,8 +64,7 @@ class FloorWindow {
   [[nodiscard]] bool hasCompositor();
   void noteEvent(const xcb_generic_event_t& event, News& news);
 
-  std::unique_ptr<xcb_connection_t, Disconnect> connection_;
-  const xcb_screen_t* screen_ = nullptr;
+  XConnection x_ = XConnection::open();
   xcb_atom_t compositorSelection_ = XCB_ATOM_NONE;
   std::uint8_t compositorEvent_ = 0;  // 0: cannot be watched
   xcb_atom_t desktopProperty_ = XCB_ATOM_NONE;
@@ -77,6 +72,9 @@ class FloorWindow {
   xcb_window_t window_ = XCB_WINDOW_NONE;
   xcb_window_t previousFocus_ = XCB_WINDOW_NONE;
   bool isShown_ = false;
+  WindowPile windowsAbove_;
+  std::optional<StackKeeper> stackKeeper_;
+  std::vector<std::string> errors_;  // not reported yet
 };
 
 }  // namespace lunevra

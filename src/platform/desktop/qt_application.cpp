@@ -1,10 +1,11 @@
 #include "platform/desktop/qt_application.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QGuiApplication>
 
-#include "platform/desktop/x11_connection.h"
+#include "platform/desktop/qt_connection.h"
 
 namespace lunevra {
 namespace {
@@ -12,12 +13,6 @@ namespace {
 void putOnTop(xcb_window_t window) {
   const std::uint32_t mode[] = {XCB_STACK_MODE_ABOVE};
   xcb_configure_window(qtConnection(), window, XCB_CONFIG_WINDOW_STACK_MODE, mode);
-}
-
-void putUnder(xcb_window_t window, xcb_window_t sibling) {
-  const std::uint32_t place[] = {sibling, XCB_STACK_MODE_BELOW};
-  xcb_configure_window(qtConnection(), window,
-                       XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE, place);
 }
 
 }  // namespace
@@ -37,7 +32,7 @@ std::shared_ptr<Window> QtApplication::makeWindow(const WindowDescription& descr
 void QtApplication::setPresentationOptions(PresentationOptions options) {
   options_ = options;
   floor_.setUp(contains(options, PresentationOptions::disableProcessSwitching));
-  if (floor_.isUp()) restack();
+  if (floor_.isUp()) layPile();
   if (onPresentationOptionsChanged) onPresentationOptionsChanged(options);
 }
 
@@ -50,22 +45,12 @@ bool QtApplication::isActive() const {
   return QGuiApplication::applicationState() == Qt::ApplicationActive;
 }
 
-// Each window goes under the one before it, so a restack that changes nothing makes the server
-// neither paint nor report anything.
-void QtApplication::restack() {
-  xcb_window_t lowest = XCB_WINDOW_NONE;
-  for (const auto& window : windows_) {
-    if (!window->isVisible()) continue;
-    if (lowest == XCB_WINDOW_NONE)
-      putOnTop(window->nativeId());
-    else
-      putUnder(window->nativeId(), lowest);
-    lowest = window->nativeId();
-  }
-  const auto floor = floor_.floor().id();
-  if (floor_.isUp() && lowest == XCB_WINDOW_NONE) putOnTop(floor);
-  if (floor_.isUp() && lowest != XCB_WINDOW_NONE) putUnder(floor, lowest);
-  xcb_flush(qtConnection());
+void QtApplication::layPile() {
+  WindowPile pile;
+  for (const auto& window : windows_)
+    if (window->isVisible()) pile.push_back(window->nativeId());
+  xcb_flush(qtConnection());  // they have to be there for the floor's own connection
+  floor_.floor().setWindowsAbove(std::move(pile));
 }
 
 // One that was put away has no keyboard.
@@ -75,7 +60,7 @@ std::shared_ptr<Window> QtApplication::keyWindow() const {
 }
 
 void QtApplication::orderedFront(DesktopWindow& window) {
-  if (floor_.isUp()) return restack();
+  if (floor_.isUp()) return layPile();
   putOnTop(window.nativeId());
   xcb_flush(qtConnection());
 }
@@ -87,6 +72,7 @@ void QtApplication::becameKey(DesktopWindow& window) {
 void QtApplication::closed(DesktopWindow& window) {
   const auto owned = owning(window);  // the caller is still at work in it
   std::erase(windows_, owned);
+  if (floor_.isUp()) layPile();
   if (keyWindow_.lock() == owned) keyWindow_.reset();
 }
 

@@ -26,16 +26,13 @@ class QtApplication : public Application, private DesktopWindow::Owner {
   void activateIgnoringOtherApps() override;
   [[nodiscard]] bool isActive() const override;
 
-  /// Puts the visible windows and the floor directly under them on top of everything else, without
-  /// the floor ever being in front of them.
-  void restack();
-
   std::function<void(PresentationOptions)> onPresentationOptionsChanged;
 
  private:
   void orderedFront(DesktopWindow& window) override;
   void becameKey(DesktopWindow& window) override;
   void closed(DesktopWindow& window) override;
+  void layPile();
   [[nodiscard]] std::shared_ptr<DesktopWindow> owning(const DesktopWindow& window) const;
 
   FloorGuard& floor_;

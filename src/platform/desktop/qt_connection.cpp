@@ -1,4 +1,4 @@
-#include "platform/desktop/x11_connection.h"
+#include "platform/desktop/qt_connection.h"
 
 #include <QGuiApplication>
 
