@@ -7,7 +7,7 @@ packages="
 ccache clang clang-format clang-tidy cmake g++ git libclang-rt-14-dev librsvg2-bin ninja-build
 pkg-config shellcheck
 dbus dbus-user-session e2fsprogs gnome-keyring imagemagick libsecret-tools openbox picom sqlite3 systemd
-tzdata umockdev x11-utils x11-xkb-utils x11-xserver-utils xauth xdotool xserver-xorg-core
+tint2 tzdata umockdev x11-utils x11-xkb-utils x11-xserver-utils xauth xdotool xserver-xorg-core
 xserver-xorg-video-dummy xvfb
 libbenchmark-dev libgmock-dev libgtest-dev libhowardhinnant-date-dev libmount-dev libsecret-1-dev
 libsqlite3-dev libssl-dev libsystemd-dev libudev-dev libxcb-icccm4-dev libxcb-randr0-dev

@@ -213,7 +213,26 @@ bool XProbe::isComposited() const {
              ->owner != XCB_WINDOW_NONE;
 }
 
+void XProbe::askWindowManager(xcb_window_t window, const std::string& message,
+                              std::array<std::uint32_t, 2> data) const {
+  xcb_client_message_event_t event{};
+  event.response_type = XCB_CLIENT_MESSAGE;
+  event.format = 32;
+  event.window = window;
+  event.type = atom(message);
+  std::copy(data.begin(), data.end(), event.data.data32);
+  xcb_send_event(connection_.get(), 0, root_,
+                 XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                 reinterpret_cast<const char*>(&event));
+  xcb_flush(connection_.get());
+}
+
+void XProbe::makeFullscreen(xcb_window_t window) const {
+  askWindowManager(window, "_NET_WM_STATE", {1, atom("_NET_WM_STATE_FULLSCREEN")});
+}
+
 void XProbe::switchDesktop(std::uint32_t number) const {
+  if (isManaged()) return askWindowManager(root_, "_NET_CURRENT_DESKTOP", {number, 0});
   xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, root_, atom("_NET_CURRENT_DESKTOP"),
                       XCB_ATOM_CARDINAL, 32, 1, &number);
   xcb_flush(connection_.get());

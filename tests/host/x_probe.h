@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <memory>
 #include <string>
 #include <vector>
@@ -26,6 +27,8 @@ class XProbe {
   /// Opens a bright window over the whole screen, in front of everything at that moment.
   xcb_window_t openWindow(bool isOverrideRedirect) const;
   void raise(xcb_window_t window) const;
+  /// Asks the window manager for it.
+  void makeFullscreen(xcb_window_t window) const;
   void destroy(xcb_window_t window) const;
 
   /// Opens a window that has the keyboard, types and clicks as a person would, and counts what any
@@ -43,7 +46,7 @@ class XProbe {
   [[nodiscard]] int serverKeyActions() const;
   [[nodiscard]] bool isManaged() const;
   [[nodiscard]] bool isComposited() const;
-  /// Goes to another of the window manager's desktops, as a pager would.
+  /// Goes to another of the window manager's desktops, as a pager does, or says so in its place.
   void switchDesktop(std::uint32_t number) const;
 
  private:
@@ -55,6 +58,8 @@ class XProbe {
     void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
   };
   [[nodiscard]] std::vector<Place> visibleWindows() const;
+  void askWindowManager(xcb_window_t window, const std::string& message,
+                        std::array<std::uint32_t, 2> data) const;
   [[nodiscard]] xcb_atom_t atom(const std::string& name) const;
   [[nodiscard]] int grabKeyboard() const;
   [[nodiscard]] int grabPointer() const;
