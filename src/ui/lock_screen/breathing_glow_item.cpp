@@ -1,9 +1,11 @@
 #include "ui/lock_screen/breathing_glow_item.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstddef>
+#include <vector>
 
-#include "ui/dither.h"
 #include "ui/lock_screen/ease_in_out.h"
 
 namespace lunevra {
@@ -22,6 +24,16 @@ double strengthAt(double radius) {
   const double progress = std::clamp((radius - startRadius) / (endRadius - startRadius), 0.0, 1.0);
   return progress < 0.5 ? std::lerp(innerStrength, middleStrength, 2.0 * progress)
                         : std::lerp(middleStrength, 0.0, 2.0 * progress - 1.0);
+}
+
+constexpr float samplesPerPixel = 4.0F;
+
+/// From the centre to where the light ends, enlarged by the scale.
+std::vector<float> strengthsAlongRadius(double scale) {
+  std::vector<float> strengths(static_cast<std::size_t>(endRadius * scale * samplesPerPixel) + 1);
+  for (std::size_t i = 0; i < strengths.size(); ++i)
+    strengths[i] = static_cast<float>(strengthAt(static_cast<double>(i) / samplesPerPixel / scale));
+  return strengths;
 }
 
 int stepAt(qint64 milliseconds) {
@@ -69,20 +81,22 @@ QRectF BreathingGlowItem::imageRect() const {
 
 QImage BreathingGlowItem::paintImage(double pixelRatio) const {
   auto image = emptyImage(pixelRatio);
-  const DitherNoise ditherNoise;
-  const double centre = endRadius * greatestScale * pixelRatio - 0.5;
+  const std::array<float, 3> rgb{color_.redF(), color_.greenF(), color_.blueF()};
+  const auto strengths = strengthsAlongRadius(size_ * pixelRatio);
+  const auto reach = static_cast<float>(strengths.size()) / samplesPerPixel;
+  const auto centre = static_cast<float>(endRadius * greatestScale * pixelRatio - 0.5);
   for (int y = 0; y < image.height(); ++y) {
     auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
-    for (int x = 0; x < image.width(); ++x) {
-      const double fromCentre =
-          std::sqrt((x - centre) * (x - centre) + (y - centre) * (y - centre));
-      const double radius = fromCentre / pixelRatio / size_;
-      const auto alpha = static_cast<float>(strengthAt(radius));
-      if (alpha <= 0.0F) continue;
-      const float noise = ditherNoise(x, y);
-      line[x] =
-          qRgba(dithered(color_.redF() * alpha, noise), dithered(color_.greenF() * alpha, noise),
-                dithered(color_.blueF() * alpha, noise), dithered(alpha, noise));
+    const float dy = static_cast<float>(y) - centre;
+    const float half = std::sqrt(std::max(0.0F, reach * reach - dy * dy));
+    const int end = std::min(image.width(), static_cast<int>(centre + half));
+    for (int x = std::max(0, static_cast<int>(centre - half) + 1); x < end; ++x) {
+      const float dx = static_cast<float>(x) - centre;
+      const auto sample = static_cast<std::size_t>(std::sqrt(dx * dx + dy * dy) * samplesPerPixel);
+      const float alpha = strengths[std::min(sample, strengths.size() - 1)];
+      const float noise = ditherNoise_(x, y);
+      line[x] = qRgba(dithered(rgb[0] * alpha, noise), dithered(rgb[1] * alpha, noise),
+                      dithered(rgb[2] * alpha, noise), dithered(alpha, noise));
     }
   }
   return image;

@@ -5,6 +5,7 @@
 #include <QtGui/qcolor.h>
 #include <QtQml/qqmlregistration.h>
 
+#include "ui/dither.h"
 #include "ui/image_item.h"
 
 namespace lunevra {
@@ -39,6 +40,7 @@ class BreathingGlowItem : public lunevra::ImageItem {
   QColor color_ = Qt::white;
   QTimer timer_;
   QElapsedTimer elapsed_;
+  DitherNoise ditherNoise_;
 };
 
 }  // namespace lunevra
