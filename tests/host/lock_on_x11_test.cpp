@@ -1,25 +1,11 @@
-#include <chrono>
+#include "host/lock_on_x11.h"
+
 #include <csignal>
-#include <cstdlib>
-#include <gtest/gtest.h>
 #include <initializer_list>
 #include <iostream>
 #include <optional>
 #include <random>
 #include <set>
-
-#include "host/agent_session.h"
-#include "host/child_process.h"
-#include "host/eventually.h"
-#include "host/usb_image.h"
-#include "host/x_probe.h"
-#include "host/x_server.h"
-#include "physical_key/physical_key_manager.h"
-#include "platform/foundation/digest.h"
-#include "platform/linux/file_keychain.h"
-#include "platform/linux/linux_user_defaults_domains.h"
-#include "platform/linux/stderr_log.h"
-#include "store/settings_keys.h"
 
 namespace lunevra::host_test {
 namespace {
@@ -29,62 +15,6 @@ using std::chrono_literals::operator""ms;
 using std::chrono_literals::operator""ns;
 using std::chrono_literals::operator""s;
 using std::chrono::steady_clock;
-
-bool isSoak() {
-  return std::getenv("LUNEVRA_SOAK_SECONDS") != nullptr;
-}
-
-/// One person's computer: an X server, a home, and the real program.
-class LockOnX11 : public testing::Test {
- protected:
-  LockOnX11() { group().set(settings_key::scheduleEnabled, false); }
-
-  UserDefaults& group() { return *defaults_.suite(settings_key::appGroup); }
-
-  /// A night that has started and ends that far from now.
-  void latchNight(std::chrono::seconds length) {
-    const auto now = std::chrono::system_clock::now().time_since_epoch();
-    defaults_.standard().set(settings_key::activeNightLockUntil,
-                             Instant{std::chrono::duration<double>(now + length).count()});
-  }
-
-  void forgetNight() {
-    defaults_.standard().remove(settings_key::activeNightLockUntil);
-    group().remove(settings_key::activeMacNightLockUntil);
-  }
-
-  /// Puts a key on the drive that is mounted there, and its fingerprint into the keychain.
-  void makeKey(const std::filesystem::path& drive) const {
-    std::ofstream(drive / PhysicalKeyManager::keyFileName)
-        << R"({"version":1,"identifier":"","secret":"AAAA"})";
-    ASSERT_EQ(FileKeychain(home_.path() / "lunevra/keychain")
-                  .add(PhysicalKeyManager::keychainService, PhysicalKeyManager::keychainAccount,
-                       sha256(Bytes(3))),
-              0);
-  }
-
-  [[nodiscard]] std::vector<std::string> environment(const std::string& display) const {
-    const auto home = home_.path().string();
-    return {"DISPLAY=" + display, "HOME=" + home, "XDG_DATA_HOME=" + home,
-            "XDG_RUNTIME_DIR=" + home, "TZ=UTC"};
-  }
-  [[nodiscard]] std::unique_ptr<ChildProcess> start(const std::string& display) const {
-    return std::make_unique<ChildProcess>(std::vector<std::string>{LUNEVRA_PROGRAM},
-                                          environment(display));
-  }
-  [[nodiscard]] std::unique_ptr<ChildProcess> start() const { return start(server_.display()); }
-
-  [[nodiscard]] bool isLocked() const { return screen_.isCovered() && screen_.isInputHeld(); }
-  [[nodiscard]] bool getsLocked() const {
-    return eventually([this] { return isLocked(); });
-  }
-
-  TemporaryFolder home_;
-  StderrLog log_;
-  LinuxUserDefaultsDomains defaults_{home_.path() / "lunevra", log_};
-  XServer server_;
-  XProbe screen_{server_.display()};
-};
 
 TEST_F(LockOnX11, CoversEveryDisplayAndOpensWhenTheNightIsOver) {
   server_.plugIn("DUMMY1", "1280x720", "1024x0");
@@ -301,46 +231,6 @@ TEST_F(LockOnX11, RefusesToEndDuringTheNightAndComesBackWhenKilled) {
   EXPECT_TRUE(program->isRunning());
 }
 
-TEST_F(LockOnX11, ShowsNothingWhileItsAgentBringsItBack) {
-  AgentSession agent(home_.path(), environment(server_.display()));
-  if (!agent.isAvailable()) GTEST_SKIP() << "no service manager may run here";
-  latchNight(10h);
-  ASSERT_TRUE(agent.startAgent());
-  ASSERT_TRUE(getsLocked());
-  const auto isAgentKnown = [&] {
-    return defaults_.standard().integer(settings_key::enforcementAgentStatus) == 1;
-  };
-  ASSERT_TRUE(eventually(isAgentKnown));
-  screen_.focusWindow();
-  ASSERT_TRUE(eventually([&] { return screen_.isCovered(); }));
-  static_cast<void>(screen_.inputReceived());
-
-  std::optional<ChildProcess> compositor;
-  const int deaths = isSoak() ? 1000 : 6;
-  for (int i = 0; i < deaths; ++i) {
-    if (i == deaths / 2) {
-      compositor.emplace(std::vector<std::string>{"picom", "--backend", "xrender"},
-                         environment(server_.display()));
-      ASSERT_TRUE(eventually([&] { return screen_.isComposited() && screen_.isCovered(); }));
-    }
-    agent.killProgram();
-    const auto isBack = [&] {
-      screen_.typeAndClick();
-      EXPECT_FALSE(screen_.isBright(500, 20)) << i;
-      return screen_.isInputHeld();
-    };
-    ASSERT_TRUE(eventually(isBack)) << i;
-  }
-  EXPECT_EQ(screen_.inputReceived(), 0);
-  EXPECT_TRUE(eventually([&] { return screen_.visibleWindowCount() == 3; }))
-      << "what the dead have left is gone";
-
-  agent.killProgram();
-  forgetNight();
-  EXPECT_TRUE(eventually([&] { return screen_.isBright(500, 20); })) << "a rescue is a new start";
-  EXPECT_TRUE(screen_.takesInput());
-}
-
 TEST_F(LockOnX11, FailsWithoutAnXServerSoThatItIsStartedAgain) {
   latchNight(1h);
   EXPECT_EQ(start(":4095")->exitStatus(), 1);
@@ -350,39 +240,6 @@ TEST_F(LockOnX11, FailsWithoutAnXServerSoThatItIsStartedAgain) {
   const auto status = program->exitStatus();
   ASSERT_TRUE(status);
   EXPECT_NE(*status, 0);
-}
-
-TEST(KeyOnX11, OpensTheNightOnceAndForAll) {
-  runOnUsb("LockOnX11.DISABLED_TheKeyOpensTheNightOnceAndForAll");
-}
-TEST_F(LockOnX11, DISABLED_TheKeyOpensTheNightOnceAndForAll) {
-  const UsbDrive usb;
-  usb.mount();
-  makeKey(usb.path);
-  usb.unmount();
-  latchNight(1h);
-  auto program = start();
-  ASSERT_TRUE(getsLocked());
-  ASSERT_TRUE(eventually([&] { return screen_.hasWindowAt(0, 0, 1024, 768); }));
-
-  usb.mount();
-  EXPECT_TRUE(eventually([&] { return !screen_.isCovered() && screen_.takesInput(); }));
-  screen_.release();
-  EXPECT_EQ(defaults_.standard().object(settings_key::activeNightLockUntil), std::nullopt);
-  EXPECT_EQ(group().object(settings_key::activeMacNightLockUntil), std::nullopt);
-
-  // Neither the drive that comes again nor the program that does makes another night of it.
-  const auto staysOpen = [&] { return !eventually([&] { return screen_.isCovered(); }, 1500ms); };
-  usb.unmount();
-  EXPECT_TRUE(staysOpen());
-  usb.mount();
-  program->signal(SIGKILL);
-  EXPECT_TRUE(program->exitStatus());
-  program = start();
-  EXPECT_TRUE(staysOpen());
-  EXPECT_TRUE(program->isRunning());
-  EXPECT_EQ(group().integer(settings_key::activeUnlockGeneration), 1);
-  usb.unmount();
 }
 
 }  // namespace

@@ -32,7 +32,8 @@ class PrivateBus {
   }
   void kill() { process_.reset(); }
 
-  [[nodiscard]] std::string address() const { return "unix:path=" + (folder_ / "socket").string(); }
+  [[nodiscard]] std::filesystem::path socket() const { return folder_ / "socket"; }
+  [[nodiscard]] std::string address() const { return "unix:path=" + socket().string(); }
   [[nodiscard]] std::filesystem::path services() const { return folder_ / "services"; }
 
  private:
