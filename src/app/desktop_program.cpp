@@ -3,34 +3,29 @@
 #include <chrono>
 
 #include "app/daytime.h"
-#include "app/early_cover.h"
-#include "platform/linux/stderr_log.h"
 #include "ui/lock_screen/lock_screen_content.h"
 
 namespace lunevra {
 namespace {
 
-/// All that has to be done before the toolkit's application object is made.
-int& prepared(int& argumentCount, const LinuxPaths& paths, bool isAgentStart, FloorWindow& floor) {
-  StderrLog log;
-  coverRunningNight(paths, isAgentStart, floor, log);
+/// Before the toolkit's application object is made.
+int& prepared(int& argumentCount) {
   DesktopHost::prepareQt();
   return argumentCount;
 }
 
 }  // namespace
 
-DesktopProgram::DesktopProgram(char** arguments, const LinuxPaths& paths,
-                               const SingleInstance& instance, bool isAgentStart)
-    : instance_(instance),
-      isAgentStart_(isAgentStart),
-      application_(prepared(argumentCount_, paths, isAgentStart, floor_), arguments),
-      computer_(paths, runLoop_, openPanels_),
+DesktopProgram::DesktopProgram(const ProcessStart& start)
+    : start_(start),
+      application_(prepared(argumentCount_), start.arguments),
+      computer_(start.paths, runLoop_, openPanels_),
+      desktop_(start.floor, runLoop_, host_.log, host_.notificationCenter),
       program_(host_, desktop_.desktop(), lockScreenFactory(host_, runLoop_),
                daytimeContents(host_)),
-      login_(paths.systemBus, runLoop_, desktop_.desktop().workspaceNotifications,
+      login_(start.paths.systemBus, runLoop_, desktop_.desktop().workspaceNotifications,
              [this] { program_.app().appDelegate().systemWillSleep(); }),
-      calls_(instance),
+      calls_(start.instance),
       callNotifier_(calls_.fileDescriptor(), QSocketNotifier::Read) {
   connectDelegate();
   connectLoginSession();
@@ -48,7 +43,7 @@ void DesktopProgram::connectDelegate() {
   desktop_.onTerminateRequest = [&delegate] {
     return delegate.applicationShouldTerminate() == TerminateReply::now;
   };
-  desktop_.handleSignals(requests_);
+  desktop_.handleSignals(start_.requests);
 }
 
 void DesktopProgram::connectLoginSession() {
@@ -62,10 +57,10 @@ void DesktopProgram::connectLoginSession() {
 /// A killed program leaves its cover behind only where the agent will replace it. That there is one
 /// is beyond doubt when it has started this process, even if nobody can be asked right now.
 void DesktopProgram::keepCoverIfBroughtBack() {
-  if (!floor_.isShown()) return;
+  if (!start_.floor.isShown()) return;
   const auto status = host_.services.agent(EnforcementAgent::propertyListName).status();
-  floor_.setOutlivesProcess(status == ServiceStatus::enabled ||
-                            (isAgentStart_ && status == ServiceStatus::notFound));
+  start_.floor.setOutlivesProcess(status == ServiceStatus::enabled ||
+                                  (start_.isAgentStart && status == ServiceStatus::notFound));
 }
 
 /// Whoever starts the program once more wants to see it.
@@ -80,9 +75,9 @@ int DesktopProgram::run() {
   runLoop_.async([this] { program_.app().windowGroupContentAppeared(); });
   runLoop_.async([this] { menuBarExtra_.emplace(program_.app(), runLoop_); });  // after the cover
   // The server may hear of a process's death only after the next one's start.
-  runLoop_.after(std::chrono::seconds(1), [this] { floor_.removeLeftBehind(); });
+  runLoop_.after(std::chrono::seconds(1), [this] { start_.floor.removeLeftBehind(); });
   // A request like any other: the engine decides.
-  if (instance_.followsQuit()) runLoop_.async([] { QGuiApplication::quit(); });
+  if (start_.instance.followsQuit()) runLoop_.async([] { QGuiApplication::quit(); });
   return QGuiApplication::exec();
 }
 

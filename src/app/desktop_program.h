@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 #include <QSocketNotifier>
 
+#include "app/desktop_part.h"
 #include "app/menu_bar_extra.h"
 #include "app/program.h"
 #include "platform/desktop/desktop_host.h"
@@ -13,16 +14,13 @@
 #include "platform/linux/instance_calls.h"
 #include "platform/linux/linux_host.h"
 #include "platform/linux/login_session.h"
-#include "platform/linux/single_instance.h"
 
 namespace lunevra {
 
 /// The program on a Linux computer with an X11 desktop, from its start to an accepted quit.
 class DesktopProgram {
  public:
-  /// Paths and instance outlive the program. Throws LocalizedError if there is no X server.
-  DesktopProgram(char** arguments, const LinuxPaths& paths, const SingleInstance& instance,
-                 bool isAgentStart);
+  explicit DesktopProgram(const ProcessStart& start);
   ~DesktopProgram();
   DesktopProgram(const DesktopProgram&) = delete;
   DesktopProgram& operator=(const DesktopProgram&) = delete;
@@ -38,17 +36,14 @@ class DesktopProgram {
   void keepCoverIfBroughtBack();
   void listenToCalls();
 
-  const SingleInstance& instance_;
-  bool isAgentStart_;
-  TerminationSignals requests_;
-  FloorWindow floor_;
+  const ProcessStart start_;
   int argumentCount_ = 1;  // the program's name; options would be the toolkit's
   QGuiApplication application_;
   QtRunLoop runLoop_;
   QtOpenPanels openPanels_{runLoop_};
   LinuxHost computer_;
   Host host_ = computer_.host();
-  DesktopHost desktop_{floor_, runLoop_, host_.log, host_.notificationCenter};
+  DesktopHost desktop_;
   Program program_;
   LoginSession login_;
   InstanceCalls calls_;

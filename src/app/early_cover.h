@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/desktop/floor_window.h"
 #include "platform/linux/linux_paths.h"
 #include "platform/log.h"
+#include "platform/x11/floor_window.h"
 
 namespace lunevra {
 

@@ -1,25 +1,24 @@
 #include <csignal>
 #include <cstdlib>
+#include <dlfcn.h>
 #include <optional>
+#include <string>
 
-#include "app/desktop_program.h"
+#include "app/desktop_part.h"
+#include "app/early_cover.h"
 #include "platform/linux/agent_start.h"
-#include "platform/linux/single_instance.h"
 #include "platform/linux/stderr_log.h"
 #include "platform/localized_error.h"
 
 namespace lunevra {
 namespace {
 
-/// A quit that was accepted with the lock off is the person's: a copy that waits is told, and the
-/// agent is not to bring the program back. Otherwise the computer is being shut down.
-int runUntilQuit(char** arguments, const LinuxPaths& paths, const SingleInstance& instance,
-                 bool isAgentStart) {
-  DesktopProgram program(arguments, paths, instance, isAgentStart);
-  const int status = program.run();
-  if (status != EXIT_SUCCESS || !program.isLockOff()) return status;
-  instance.leaveWordOfQuit();
-  return isAgentStart ? acceptedQuitStatus : EXIT_SUCCESS;
+int runDesktop(const ProcessStart& start) {
+  void* const part = ::dlopen(LUNEVRA_DESKTOP_PART, RTLD_LAZY);
+  void* const entry = part != nullptr ? ::dlsym(part, "lunevraRunDesktop") : nullptr;
+  if (entry == nullptr)
+    throw LocalizedError("Lunevra is not installed completely: " + std::string(::dlerror()));
+  return reinterpret_cast<decltype(&lunevraRunDesktop)>(entry)(start);
 }
 
 int run(char** arguments) {
@@ -35,7 +34,10 @@ int run(char** arguments) {
       log.line("Lunevra is already running.");
       return EXIT_SUCCESS;
     }
-    return runUntilQuit(arguments, paths, *instance, isAgentStart);
+    TerminationSignals requests;
+    FloorWindow floor;
+    coverRunningNight(paths, isAgentStart, floor, log);
+    return runDesktop({arguments, paths, *instance, requests, isAgentStart, floor});
   } catch (const LocalizedError& error) {
     log.line(error.localizedDescription());
     return EXIT_FAILURE;  // whoever supervises the program starts it again

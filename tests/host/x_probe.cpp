@@ -10,7 +10,7 @@
 #undef explicit
 #include <xcb/xtest.h>
 
-#include "platform/desktop/x_reply.h"
+#include "platform/x11/x_reply.h"
 
 namespace lunevra::host_test {
 namespace {

@@ -9,9 +9,9 @@
 #include "platform/desktop/qt_application.h"
 #include "platform/desktop/qt_displays.h"
 #include "platform/desktop/qt_key_events.h"
-#include "platform/desktop/termination_signals.h"
 #include "platform/foundation/local_notification_center.h"
 #include "platform/host.h"
+#include "platform/linux/termination_signals.h"
 
 namespace lunevra {
 

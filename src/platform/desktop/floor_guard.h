@@ -2,10 +2,10 @@
 
 #include <functional>
 
-#include "platform/desktop/floor_window.h"
 #include "platform/lifetime.h"
 #include "platform/log.h"
 #include "platform/run_loop.h"
+#include "platform/x11/floor_window.h"
 
 namespace lunevra {
 

@@ -1,4 +1,4 @@
-#include "platform/desktop/termination_signals.h"
+#include "platform/linux/termination_signals.h"
 
 #include <csignal>
 #include <sys/signalfd.h>

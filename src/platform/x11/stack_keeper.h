@@ -5,7 +5,7 @@
 #include <thread>
 #include <vector>
 
-#include "platform/desktop/x_connection.h"
+#include "platform/x11/x_connection.h"
 
 namespace lunevra {
 

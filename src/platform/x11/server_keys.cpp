@@ -1,4 +1,4 @@
-#include "platform/desktop/server_keys.h"
+#include "platform/x11/server_keys.h"
 
 #include <algorithm>
 
@@ -6,8 +6,8 @@
 #include <xcb/xkb.h>
 #undef explicit
 
-#include "platform/desktop/x_atom.h"
-#include "platform/desktop/x_reply.h"
+#include "platform/x11/x_atom.h"
+#include "platform/x11/x_reply.h"
 
 namespace lunevra {
 namespace {

@@ -1,10 +1,10 @@
-#include "platform/desktop/stack_keeper.h"
+#include "platform/x11/stack_keeper.h"
 
 #include <chrono>
 #include <cstdint>
 #include <utility>
 
-#include "platform/desktop/x_reply.h"
+#include "platform/x11/x_reply.h"
 
 namespace lunevra {
 namespace {

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/desktop/server_keys.h"
-#include "platform/desktop/stack_keeper.h"
+#include "platform/x11/server_keys.h"
+#include "platform/x11/stack_keeper.h"
 
 namespace lunevra {
 

@@ -1,13 +1,13 @@
-#include "platform/desktop/floor_window.h"
+#include "platform/x11/floor_window.h"
 
 #include <algorithm>
 #include <string>
 #include <utility>
 #include <xcb/xfixes.h>
 
-#include "platform/desktop/x_atom.h"
-#include "platform/desktop/x_reply.h"
 #include "platform/localized_error.h"
+#include "platform/x11/x_atom.h"
+#include "platform/x11/x_reply.h"
 
 namespace lunevra {
 namespace {

@@ -1,8 +1,8 @@
-#include "platform/desktop/x_atom.h"
+#include "platform/x11/x_atom.h"
 
 #include <cstdint>
 
-#include "platform/desktop/x_reply.h"
+#include "platform/x11/x_reply.h"
 
 namespace lunevra {
 
