@@ -40,7 +40,8 @@ soak: build
 	@echo 'SOAK_SEED=$(SOAK_SEED)'
 	@$(BUILD)/bin/lunevra-soak --seed $(SOAK_SEED) --seconds $$(($(SOAK_SECONDS) / 5))
 	@LUNEVRA_SOAK_SECONDS=$$(($(SOAK_SECONDS) / 10)) $(BUILD)/bin/lunevra_app_tests
-	@LUNEVRA_SOAK_SECONDS=$$(($(SOAK_SECONDS) / 10)) $(BUILD)/bin/linux_test --gtest_filter='KilledWriter*'
+	@LUNEVRA_SOAK_SECONDS=$$(($(SOAK_SECONDS) / 10)) $(BUILD)/bin/lunevra_linux_tests \
+	  --gtest_filter='KilledWriter*'
 	@LUNEVRA_SOAK_SECONDS=$$(($(SOAK_SECONDS) / 2)) LUNEVRA_SOAK_SEED=$(SOAK_SEED) \
 	  $(BUILD)/bin/lunevra_host_tests \
 	  --gtest_filter='BadNights*:*Outlasts*:*CoversWhatever*:*WaitsBlack*'
