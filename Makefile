@@ -60,14 +60,20 @@ gallery: build
 	@QT_SCALE_FACTOR=2 $(BUILD)/bin/lunevra-gallery $(GALLERY) 1920x1080
 	@for scale in 1 1.5 2; do QT_SCALE_FACTOR=$$scale $(BUILD)/bin/lunevra-daytime-gallery $(GALLERY); done
 
+# Beside lockers that Debian packages; one that cannot be installed is left out.
 bench: build
+	@for locker in i3lock suckless-tools xtrlock xsecurelock; do \
+	  tools/setup.sh $$locker || echo "bench: $$locker cannot be installed"; done
 	@mkdir -p $(BUILD)/bench
 	@$(BUILD)/bin/lunevra_bench --benchmark_repetitions=5 --benchmark_report_aggregates_only=true \
 	  --benchmark_out=$(BUILD)/bench/logic.json
 	@xvfb-run -a -s '-screen 0 1920x1080x24' $(BUILD)/bin/lunevra_cover_bench \
 	  $(BUILD)/bench/cover.json
+	@xvfb-run -a -s '-screen 0 1920x1080x24' $(BUILD)/bin/lunevra_program_bench \
+	  $(BUILD)/bench/program.json
 	@xvfb-run -a -s '-screen 0 5760x1080x24' $(BUILD)/bin/lunevra_lock_screen_bench \
 	  --benchmark_out=$(BUILD)/bench/lock_screen.json
+	@$(BUILD)/bin/lunevra_bench_table $(BUILD)/bench
 
 fuzz: setup
 	@cmake --preset fuzz

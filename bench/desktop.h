@@ -7,6 +7,7 @@
 #include <optional>
 #include <poll.h>
 #include <string>
+#include <vector>
 #include <xcb/xcb.h>
 
 namespace lunevra::bench {
@@ -32,6 +33,8 @@ class Desktop {
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
                       XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
     xcb_map_window(x, window_);
+    const std::uint32_t arrivals = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+    xcb_change_window_attributes(x, screen_->root, XCB_CW_EVENT_MASK, &arrivals);
     takeKeyboard();
     wait(std::chrono::milliseconds(100), [] { return false; });
   }
@@ -43,10 +46,15 @@ class Desktop {
     begin_ = steady_clock::now();
     keyboardTaken_.reset();
     seen_ = Milliseconds(0);
+    arrivals_.clear();
   }
 
   bool waitUntilLocked() {
     return wait(std::chrono::seconds(10), [this] { return covered_ && keyboardTaken_; });
+  }
+  /// Until so many windows have come.
+  bool waitForWindows(std::size_t count) {
+    return wait(std::chrono::seconds(10), [&] { return arrivals_.size() >= count; });
   }
   /// Takes away what a killed locker has left.
   bool waitUntilOpen() {
@@ -61,12 +69,12 @@ class Desktop {
   }
 
   // In milliseconds since the keyboard was taken.
-  [[nodiscard]] double sinceTaken() const {
-    return Milliseconds(steady_clock::now() - begin_).count();
-  }
   [[nodiscard]] double coveredAfter() const { return Milliseconds(*covered_ - begin_).count(); }
   [[nodiscard]] double keyboardTakenAfter() const {
     return Milliseconds(*keyboardTaken_ - begin_).count();
+  }
+  [[nodiscard]] double lastWindowAfter() const {
+    return Milliseconds(arrivals_.back() - begin_).count();
   }
   /// For how long any of it was to be seen.
   [[nodiscard]] double seen() const { return seen_.count(); }
@@ -90,6 +98,7 @@ class Desktop {
   void note(const xcb_generic_event_t& event) {
     const auto now = steady_clock::now();
     if (event.response_type == XCB_FOCUS_OUT && !keyboardTaken_) keyboardTaken_ = now;
+    if (event.response_type == XCB_MAP_NOTIFY) arrivals_.push_back(now);
     if (event.response_type != XCB_VISIBILITY_NOTIFY) return;
     const auto& visibility = reinterpret_cast<const xcb_visibility_notify_event_t&>(event);
     if (visibility.state != XCB_VISIBILITY_FULLY_OBSCURED) {
@@ -109,6 +118,7 @@ class Desktop {
   steady_clock::time_point begin_;
   std::optional<steady_clock::time_point> covered_;
   std::optional<steady_clock::time_point> keyboardTaken_;
+  std::vector<steady_clock::time_point> arrivals_;
   steady_clock::time_point openSince_;
   Milliseconds seen_{0};
 };

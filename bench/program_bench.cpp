@@ -3,7 +3,6 @@
 
 #include <cstdio>
 #include <nlohmann/json.hpp>
-#include <xcb/xcb.h>
 
 #include "desktop.h"
 #include "host/x_server.h"
@@ -55,34 +54,6 @@ nlohmann::json whileLocked(const std::string& display) {
   return watch(program->pid());
 }
 
-/// Counts the windows that appear beside the desktop's own.
-class Arrivals {
- public:
-  explicit Arrivals(const std::string& display)
-      : connection_(xcb_connect(display.c_str(), nullptr)) {
-    const auto root = xcb_setup_roots_iterator(xcb_get_setup(connection_.get())).data->root;
-    const std::uint32_t mask = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
-    xcb_change_window_attributes(connection_.get(), root, XCB_CW_EVENT_MASK, &mask);
-    xcb_flush(connection_.get());
-  }
-  /// Until so many have been mapped.
-  bool wait(int count) {
-    const auto end = steady_clock::now() + 20s;
-    while (count > 0 && steady_clock::now() < end) {
-      pollfd readable{xcb_get_file_descriptor(connection_.get()), POLLIN, 0};
-      ::poll(&readable, 1, 20);
-      while (auto* const event = xcb_poll_for_event(connection_.get())) {
-        if ((event->response_type & 0x7F) == XCB_MAP_NOTIFY) --count;
-        std::free(event);
-      }
-    }
-    return count <= 0;
-  }
-
- private:
-  std::unique_ptr<xcb_connection_t, Disconnect> connection_;
-};
-
 /// From the moment at which another machine's change makes the program look, a night having begun,
 /// until the floor covers everything and until every display has its window.
 nlohmann::json sixDisplays() {
@@ -97,13 +68,11 @@ nlohmann::json sixDisplays() {
     host_test::eventually([&] { return std::filesystem::exists(home.path() / "lunevra/cloud"); });
     rest(2s);
     home.latchNight();
-    Arrivals windows(server.display());
     desktop.takeKeyboard();
     home.changeElsewhere();
-    if (!windows.wait(displays + 1)) return {};
-    mapped.push_back(desktop.sinceTaken());
-    if (!desktop.waitUntilLocked()) return {};
+    if (!desktop.waitUntilLocked() || !desktop.waitForWindows(displays + 1)) return {};
     covered.push_back(desktop.coveredAfter());
+    mapped.push_back(desktop.lastWindowAfter());
   }
   return {{"coveredMs", median(covered)}, {"windowsMappedMs", median(mapped)}};
 }
