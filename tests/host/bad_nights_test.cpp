@@ -69,7 +69,7 @@ class BadNights : public SmallDisk, public LockOnX11 {
     while (steady_clock::now() < end - 1s) {
       strike();
       ASSERT_TRUE(eventually([&] { return screen_.isCovered(); }, 1s)) << "open in the night";
-      ASSERT_TRUE(program_->isRunning());
+      ASSERT_TRUE(program_->isRunning()) << *program_->exitStatus();
       EXPECT_EQ(defaults_.standard().object(settings_key::activeNightLockUntil), latch);
     }
     makeRoom();
@@ -117,6 +117,7 @@ class BadNights : public SmallDisk, public LockOnX11 {
     program_->signal(SIGKILL);
     EXPECT_TRUE(program_->exitStatus());
     launch();
+    EXPECT_TRUE(getsLocked());  // a request that comes before it can refuse is a death like this
   }
 
   void changeElsewhere() {
