@@ -29,12 +29,6 @@ class Home {
     defaults_.standard().set(settings_key::activeNightLockUntil,
                              Instant{std::chrono::duration<double>(end).count()});
   }
-  /// Another machine changes a setting, on which the program looks at all of them.
-  void changeElsewhere() const {
-    const auto cloud = folder_.path() / "lunevra/cloud";
-    std::ofstream(cloud / "new") << R"({"type": "integer", "value": 7})";
-    std::filesystem::rename(cloud / "new", cloud / "wakeHour.json");
-  }
 
   [[nodiscard]] const std::filesystem::path& path() const { return folder_.path(); }
   [[nodiscard]] std::vector<std::string> environment(const std::string& display = "") const {

@@ -6,8 +6,10 @@
 #include <nlohmann/json.hpp>
 
 #include "desktop.h"
+#include "host/stand_in_system_bus.h"
 #include "host/x_server.h"
 #include "measured_program.h"
+#include "platform/linux/login_manager_stand_in.h"
 
 namespace lunevra::bench {
 namespace {
@@ -56,10 +58,13 @@ nlohmann::json whileLocked() {
   return watch(program->pid());
 }
 
-/// From the moment at which another machine's change makes the program look, a night having begun,
-/// until the floor covers everything and until every display has its window.
+/// From the moment at which the computer wakes in a night that began asleep until the floor covers
+/// everything and until every display has its window.
 nlohmann::json sixDisplays() {
   setenv("TMPDIR", "/dev/shm", 1);  // what a disk takes to write the night down is not the screen's
+  const host_test::StandInSystemBus systemBus;
+  if (!systemBus.isAvailable()) return {};
+  LoginManagerStandIn manager(systemBus.address());
   std::vector<double> covered, mapped;
   for (int night = 0; night < nights; ++night) {
     XServer server;
@@ -68,11 +73,11 @@ nlohmann::json sixDisplays() {
     Desktop desktop(server.display());
     Home home;
     const auto program = start(home, server.display());
-    host_test::eventually([&] { return std::filesystem::exists(home.path() / "lunevra/cloud"); });
+    host_test::eventually([&] { return manager.isHeld("sleep/delay"); });
     rest(2s);
     home.latchNight();
     desktop.takeKeyboard();
-    home.changeElsewhere();
+    manager.announce("PrepareForSleep", false);
     if (!desktop.waitUntilLocked() || !desktop.waitForWindows(displays + 1)) return {};
     covered.push_back(desktop.coveredAfter());
     mapped.push_back(desktop.lastWindowAfter());
