@@ -9,8 +9,8 @@ class QQmlEngine;
 
 namespace lunevra {
 
-/// Qt's own folder chooser in a window of its own; no dialog of another process, which a lock could
-/// not close. One panel at a time: opening another cancels the first, and so does the end of this
+/// A folder chooser in the program's own look; no dialog of another process, which a lock could not
+/// close. One panel at a time: opening another cancels the first, and so does the end of this
 /// object. The views' engine is loaded with the first panel. Main thread only.
 class QtOpenPanels : public OpenPanels {
  public:
