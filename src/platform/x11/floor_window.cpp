@@ -1,11 +1,11 @@
 #include "platform/x11/floor_window.h"
 
 #include <algorithm>
+#include <exception>
 #include <string>
 #include <utility>
 #include <xcb/xfixes.h>
 
-#include "platform/localized_error.h"
 #include "platform/x11/x_atom.h"
 #include "platform/x11/x_reply.h"
 
@@ -70,8 +70,8 @@ void FloorWindow::keepPileOnTop() {
       stackKeeper_->setPile(std::move(pile));
     else
       stackKeeper_.emplace(std::move(pile));
-  } catch (const LocalizedError& error) {
-    errors_.push_back(error.localizedDescription());
+  } catch (const std::exception& error) {  // no connection is to be had, or no thread
+    errors_.push_back(error.what());
   }
 }
 

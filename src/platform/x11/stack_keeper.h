@@ -20,7 +20,8 @@ void stackOnTop(xcb_connection_t* connection, const WindowPile& pile);
 /// nothing the main thread draws or waits for delays the answer.
 class StackKeeper {
  public:
-  /// Throws LocalizedError if the X server takes no further connection.
+  /// Throws LocalizedError if the X server takes no further connection, std::system_error if the
+  /// computer has no further thread.
   explicit StackKeeper(WindowPile pile);
   ~StackKeeper();
   StackKeeper(const StackKeeper&) = delete;
