@@ -37,7 +37,8 @@ coverage:
 # Long runs of what `make test` tries briefly.
 soak: build
 	@LUNEVRA_SOAK_SECONDS=$(SOAK_SECONDS) $(BUILD)/bin/lunevra_app_tests
-	@LUNEVRA_SOAK_SECONDS=$(SOAK_SECONDS) $(BUILD)/bin/linux_test --gtest_filter='KilledWriter*'
+	@LUNEVRA_SOAK_SECONDS=$(SOAK_SECONDS) $(BUILD)/bin/lunevra_linux_tests \
+	  --gtest_filter='KilledWriter*'
 	@LUNEVRA_SOAK_SECONDS=$(SOAK_SECONDS) $(BUILD)/bin/lunevra_host_tests \
 	  --gtest_filter='*Outlasts*:*CoversWhatever*:*WaitsBlack*'
 
