@@ -48,7 +48,7 @@ apt() {
 }
 
 person() { # an ordinary one; her session is a virtual X server
-  within runuser -u anna -- env HOME=/home/anna XDG_RUNTIME_DIR=/home/anna/run DISPLAY=:7 \
+  within runuser -u anna -- env HOME=/home/anna XDG_RUNTIME_DIR=/home/anna/run DISPLAY="$display" \
     XDG_DATA_HOME=/home/anna/data "$@"
 }
 
@@ -61,10 +61,10 @@ eventually() {
   done
 }
 
-# Names of all that there is, but for what belongs to the person, to nobody, and to apt and dpkg.
+# Names of all that there is, but for what belongs to the person, to nobody, and to apt, dpkg and man.
 everything() {
-  within find / -xdev \( -path /home/anna -o -path /tmp -o -path /proc -o -path /var/log \) -prune \
-    -o -print | sort
+  within find / -xdev \( -path /home/anna -o -path /tmp -o -path /proc -o -path /var/log \
+    -o -path /var/cache/man \) -prune -o -print | sort
 }
 
 launch() {
@@ -89,6 +89,8 @@ quit() {
   fi
 }
 
+display=
+
 apt update
 apt satisfy "$(dpkg-deb -f "$bare/root/lunevra.deb" Depends)"
 apt install appstream desktop-file-utils man-db procps xvfb
@@ -107,8 +109,10 @@ for page in lunevra lunevra-rehearsal; do
 done
 echo 'installed; its entries and pages are well formed'
 
-person Xvfb :7 -screen 0 1280x800x24 -nolisten tcp >/dev/null 2>&1 &
-eventually test -S "$bare/tmp/.X11-unix/X7"
+# Abstract sockets are seen from everywhere, so the number has to be one that nobody uses.
+person Xvfb -displayfd 1 -screen 0 1280x800x24 -nolisten tcp >"$bare/tmp/display" 2>/dev/null &
+eventually test -s "$bare/tmp/display"
+display=:$(cat "$bare/tmp/display")
 night=/usr/share/doc/lunevra/examples/first_night.night
 person lunevra-rehearsal "$night" >/dev/null
 person lunevra-rehearsal --show --speed 6000 --pictures /home/anna/pictures "$night" >/dev/null
