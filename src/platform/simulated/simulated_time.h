@@ -36,6 +36,8 @@ class SimulatedTime final : public Clock, public RunLoop {
   /// What a process takes with it when it ends: its timers and its queue.
   void dropProcess();
 
+  /// How long the computer has been awake.
+  [[nodiscard]] Duration uptime() const { return std::chrono::duration_cast<Duration>(uptime_); }
   [[nodiscard]] std::size_t repeatingTimers() const { return timers_.repeatingCount(); }
   /// Called whenever a turn of the run loop is over.
   void setTurnObserver(std::function<void()> observer) { turnEnded_ = std::move(observer); }
