@@ -42,7 +42,7 @@ QSGNode* ImageItem::updatePaintNode(QSGNode* node, UpdatePaintNodeData*) {
   auto* imageNode = static_cast<QSGImageNode*>(node);
   const auto rect = imageRect();
   if (rect.isEmpty()) {
-    delete node;  // NOLINT(cppcoreguidelines-owning-memory): the scene graph hands it over here
+    delete node;  // the scene graph hands it over here
     return nullptr;
   }
   if (imageNode == nullptr) {

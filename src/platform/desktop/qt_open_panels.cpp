@@ -33,6 +33,8 @@ class QtOpenPanels::Panel : public QObject {
   Panel(RunLoop& runLoop, Completion completion)
       : runLoop_(runLoop), completion_(std::move(completion)) {}
   ~Panel() override { answer(std::nullopt); }
+  Panel(const Panel&) = delete;
+  Panel& operator=(const Panel&) = delete;
 
   void show(QQmlEngine& engine, const FolderPanelRequest& request) {
     QQmlComponent component(&engine, QUrl("qrc:/lunevra/FolderPanel.qml"));

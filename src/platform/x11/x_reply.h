@@ -7,7 +7,7 @@ namespace lunevra {
 
 struct FreeReply {
   // libxcb hands out replies and events from malloc
-  void operator()(void* reply) const { std::free(reply); }  // NOLINT(cppcoreguidelines-no-malloc)
+  void operator()(void* reply) const { std::free(reply); }
 };
 
 /// A reply or event of the X server.
