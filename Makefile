@@ -1,6 +1,7 @@
 # Commands for people; README.md says what each is for.
 BUILD := build
-SOAK_SECONDS ?= 60
+SOAK_SECONDS ?= 300
+SOAK_SEED ?= $(shell date +%s)
 PREFIX ?= /usr
 JOBS ?= $(shell nproc)
 CTEST := ctest --output-on-failure
@@ -34,13 +35,16 @@ coverage:
 	@cmake --build $(BUILD)/coverage -j$(JOBS)
 	@tools/coverage.sh $(BUILD)/coverage
 
-# Long runs of what `make test` tries briefly.
+# Long runs of what `make test` tries briefly; the seed repeats one.
 soak: build
-	@LUNEVRA_SOAK_SECONDS=$(SOAK_SECONDS) $(BUILD)/bin/lunevra_app_tests
-	@LUNEVRA_SOAK_SECONDS=$(SOAK_SECONDS) $(BUILD)/bin/lunevra_linux_tests \
+	@echo 'SOAK_SEED=$(SOAK_SEED)'
+	@$(BUILD)/bin/lunevra-soak --seed $(SOAK_SEED) --seconds $$(($(SOAK_SECONDS) / 5))
+	@LUNEVRA_SOAK_SECONDS=$$(($(SOAK_SECONDS) / 10)) $(BUILD)/bin/lunevra_app_tests
+	@LUNEVRA_SOAK_SECONDS=$$(($(SOAK_SECONDS) / 10)) $(BUILD)/bin/lunevra_linux_tests \
 	  --gtest_filter='KilledWriter*'
-	@LUNEVRA_SOAK_SECONDS=$(SOAK_SECONDS) $(BUILD)/bin/lunevra_host_tests \
-	  --gtest_filter='*Outlasts*:*CoversWhatever*:*WaitsBlack*'
+	@LUNEVRA_SOAK_SECONDS=$$(($(SOAK_SECONDS) / 2)) LUNEVRA_SOAK_SEED=$(SOAK_SEED) \
+	  $(BUILD)/bin/lunevra_host_tests \
+	  --gtest_filter='BadNights*:*Outlasts*:*CoversWhatever*:*WaitsBlack*'
 
 lint: build
 	@tools/lint.sh
@@ -54,7 +58,7 @@ rehearsal: build
 gallery: build
 	@$(BUILD)/bin/lunevra-gallery $(GALLERY)
 	@QT_SCALE_FACTOR=2 $(BUILD)/bin/lunevra-gallery $(GALLERY) 1920x1080
-	@$(BUILD)/bin/lunevra-daytime-gallery $(GALLERY)
+	@for scale in 1 1.5 2; do QT_SCALE_FACTOR=$$scale $(BUILD)/bin/lunevra-daytime-gallery $(GALLERY); done
 
 bench: build
 	@mkdir -p $(BUILD)/bench

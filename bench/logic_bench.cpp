@@ -1,12 +1,8 @@
 #include <benchmark/benchmark.h>
-#include <cstdlib>
-#include <filesystem>
 #include <string>
 
 #include "app/program.h"
-#include "platform/linux/linux_user_defaults_domains.h"
 #include "platform/simulated/simulated_host.h"
-#include "store/settings_keys.h"
 
 namespace lunevra {
 namespace {
@@ -68,21 +64,6 @@ void oneDayAndNight(benchmark::State& state) {
   for ([[maybe_unused]] auto _ : state) daytime.time().pass(std::chrono::hours{24});
 }
 BENCHMARK(oneDayAndNight)->Unit(benchmark::kMillisecond);
-
-void readFromSqlite(benchmark::State& state) {
-  std::string folder = std::filesystem::temp_directory_path() / "lunevra-bench-XXXXXX";
-  if (::mkdtemp(folder.data()) == nullptr) return state.SkipWithError("no temporary folder");
-  {
-    MemoryLog log;
-    LinuxUserDefaultsDomains domains(folder, log);
-    auto& standard = domains.standard();
-    standard.set(settings_key::wakeHour, std::int64_t{6});
-    for ([[maybe_unused]] auto _ : state)
-      benchmark::DoNotOptimize(standard.integer(settings_key::wakeHour));
-  }
-  std::filesystem::remove_all(folder);
-}
-BENCHMARK(readFromSqlite);
 
 }  // namespace
 }  // namespace lunevra

@@ -33,6 +33,12 @@ void NightLatch::remove() {
   protectionState().remove(settings_key::activeMacNightLockUntil);
 }
 
+bool NightLatch::expire(Instant now) {
+  const auto end = until();
+  if (end && now >= *end) remove();
+  return end && now < *end;
+}
+
 UserDefaults& NightLatch::protectionState() const {
   if (protectionState_ == nullptr) {
     protectionState_ = domains_.suite(settings_key::appGroup);
@@ -54,9 +60,10 @@ void PhysicalOverride::set(Instant until) {
   domains_.standard().set(settings_key::physicalOverrideUntil, until);
 }
 
-void PhysicalOverride::removeIfExpired(Instant now) {
+bool PhysicalOverride::expire(Instant now) {
   const auto end = until();
   if (end && now >= *end) domains_.standard().remove(settings_key::physicalOverrideUntil);
+  return end && now < *end;
 }
 
 }  // namespace lunevra

@@ -21,6 +21,8 @@ class NightLatch {
   /// Keeps a running night and restores its shared copy.
   void renew(Instant end);
   void remove();
+  /// Removes the latch of a night that is over. Answers whether one is left, which then runs.
+  bool expire(Instant now);
 
  private:
   [[nodiscard]] UserDefaults& protectionState() const;
@@ -37,7 +39,8 @@ class PhysicalOverride {
   [[nodiscard]] std::optional<Instant> until() const;
   [[nodiscard]] bool isInForce(Instant now) const;
   void set(Instant until);
-  void removeIfExpired(Instant now);
+  /// Removes a release that is over. Answers whether one is left, which then is in force.
+  bool expire(Instant now);
 
  private:
   UserDefaultsDomains& domains_;

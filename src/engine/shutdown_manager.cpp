@@ -32,8 +32,6 @@ ShutdownManager::ShutdownManager(const Host& host, SyncedStore& store,
   storeObservation_ = host_.notificationCenter.addObserver(SyncedStore::changedNotification,
                                                            [this] { syncedStoreChanged(); });
   refreshPhysicalKeyStatus();
-  clearExpiredPhysicalOverride();
-  clearExpiredNightLock();
   evaluateSchedule();
   startTimeCheckTimer();
   startPhysicalKeyTimer();
@@ -57,12 +55,10 @@ void ShutdownManager::startPhysicalKeyTimer() {
 }
 
 void ShutdownManager::evaluateSchedule() {
-  clearExpiredPhysicalOverride();
-  clearExpiredNightLock();
   const auto now = host_.clock.now();
   const auto evaluation = evaluate({
-      .isReleaseInForce = override_.isInForce(now),
-      .isNightLatched = latch_.futureEnd(now).has_value(),
+      .isReleaseInForce = override_.expire(now),
+      .isNightLatched = latch_.expire(now),
       .isInWindow = isWithinBlockingWindow(now),
       .isEnabled = isEnabled_,
       .state = currentState_,
@@ -123,8 +119,9 @@ void ShutdownManager::returnToIdle() {
   countdownTimer_.reset();
   enter(BlockingState::idle);
   change(isBlockingTime_, false);
-  clearExpiredPhysicalOverride();
-  clearExpiredNightLock();
+  const auto now = host_.clock.now();
+  override_.expire(now);
+  latch_.expire(now);
 }
 
 void ShutdownManager::endLockForOverride() {
@@ -148,15 +145,6 @@ void ShutdownManager::latchNightLock() {
     latch_.set(*end);
   }
   startFirewallBlock(*end);
-}
-
-void ShutdownManager::clearExpiredNightLock() {
-  const auto end = latch_.until();
-  if (end && host_.clock.now() >= *end) latch_.remove();
-}
-
-void ShutdownManager::clearExpiredPhysicalOverride() {
-  override_.removeIfExpired(host_.clock.now());
 }
 
 bool ShutdownManager::isPhysicalOverrideActive() const {

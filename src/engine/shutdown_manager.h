@@ -107,8 +107,6 @@ class ShutdownManager {
   void endLockForOverride();
   void enter(BlockingState state);
   void latchNightLock();
-  void clearExpiredNightLock();
-  void clearExpiredPhysicalOverride();
   void acceptPhysicalKey(const std::string& volumeName);
   void startFirewallBlock(Instant until);
   void startTimeCheckTimer();

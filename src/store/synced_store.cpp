@@ -112,8 +112,9 @@ void SyncedStore::seedScheduleIfNeeded(std::int64_t blockStartHour, std::int64_t
 }
 
 bool SyncedStore::isCommitmentLocked() {
-  if (runningCommitmentEnd()) return true;
-  if (!flag(settings_key::lockEnabled, false) || !lockEndDate()) return false;
+  const auto end = lockEndDate();
+  if (!end || !flag(settings_key::lockEnabled, false)) return false;
+  if (clock_.now() < *end) return true;
   writeAndNotify(settings_key::lockEnabled, false);
   return false;
 }

@@ -6,9 +6,6 @@
 #include "host/lock_on_x11.h"
 #include "host/stand_in_system_bus.h"
 #include "host/usb_image.h"
-#include "physical_key/physical_key_manager.h"
-#include "platform/foundation/digest.h"
-#include "platform/linux/file_keychain.h"
 #include "platform/linux/login_manager_stand_in.h"
 
 namespace lunevra::host_test {
@@ -17,15 +14,6 @@ namespace {
 using std::chrono_literals::operator""h;
 using std::chrono_literals::operator""ms;
 using std::chrono::steady_clock;
-
-/// Puts a key on the drive that is mounted there, and its fingerprint into the keychain.
-void makeKey(const std::filesystem::path& drive, const std::filesystem::path& keychain) {
-  std::ofstream(drive / PhysicalKeyManager::keyFileName)
-      << R"({"version":1,"identifier":"","secret":"AAAA"})";
-  ASSERT_EQ(FileKeychain(keychain).add(PhysicalKeyManager::keychainService,
-                                       PhysicalKeyManager::keychainAccount, sha256(Bytes(3))),
-            0);
-}
 
 TEST_F(LockOnX11, ShowsNothingWhileItsAgentBringsItBack) {
   AgentSession agent(home_.path(), environment(server_.display()));
@@ -108,7 +96,7 @@ TEST(KeyOnX11, OpensTheNightOnceAndForAll) {
 TEST_F(LockOnX11, DISABLED_TheKeyOpensTheNightOnceAndForAll) {
   const UsbDrive usb;
   usb.mount();
-  makeKey(usb.path, home_.path() / "lunevra/keychain");
+  usb.makeKey(home_.path() / "lunevra/keychain");
   usb.unmount();
   latchNight(1h);
   auto program = start();

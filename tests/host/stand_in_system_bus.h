@@ -29,6 +29,10 @@ class StandInSystemBus {
 
   /// Takes the rights of root.
   [[nodiscard]] bool isAvailable() const { return isAvailable_; }
+  void restart() {
+    bus_.kill();
+    bus_.start();
+  }
   [[nodiscard]] std::string address() const { return bus_.address(); }
 
  private:

@@ -12,6 +12,9 @@
 
 #include "host/child_process.h"
 #include "host/temporary_folder.h"
+#include "physical_key/physical_key_manager.h"
+#include "platform/foundation/digest.h"
+#include "platform/linux/file_keychain.h"
 
 namespace lunevra::host_test {
 
@@ -93,13 +96,23 @@ struct UsbDrive {
   }
   void unmount() const { ::umount2(path.c_str(), MNT_DETACH); }
 
+  /// Puts a key on the drive, which is mounted, and its fingerprint into the keychain.
+  void makeKey(const std::filesystem::path& keychain) const {
+    std::ofstream(path / PhysicalKeyManager::keyFileName)
+        << R"({"version":1,"identifier":"","secret":"AAAA"})";
+    ASSERT_EQ(FileKeychain(keychain).add(PhysicalKeyManager::keychainService,
+                                         PhysicalKeyManager::keychainAccount, sha256(Bytes(3))),
+              0);
+  }
+
   static constexpr auto pathVariable = "LUNEVRA_TEST_DRIVE";
   static constexpr auto deviceVariable = "LUNEVRA_TEST_DEVICE";
 };
 
 /// Runs a disabled case of this program in a process of its own, for which an image is a drive on
 /// USB. Skips the case that calls it where there are no images.
-inline void runOnUsb(const std::string& name) {
+inline void runOnUsb(const std::string& name,
+                     std::chrono::seconds patience = std::chrono::seconds(60)) {
   UsbImage image;
   if (!image.isAvailable() || !image.mount())
     GTEST_SKIP() << "this computer mounts no images: " << std::strerror(errno);
@@ -109,7 +122,7 @@ inline void runOnUsb(const std::string& name) {
                      "--gtest_also_run_disabled_tests", "--gtest_filter=" + name},
                     {std::string(UsbDrive::pathVariable) + "=" + image.path().string(),
                      std::string(UsbDrive::deviceVariable) + "=" + image.device()});
-  EXPECT_EQ(body.exitStatus(std::chrono::seconds(60)), 0) << "see above";
+  EXPECT_EQ(body.exitStatus(patience), 0) << "see above";
 }
 
 }  // namespace lunevra::host_test

@@ -20,6 +20,6 @@ struct KeyPayloadFields {
 /// Nothing unless the text is one JSON object that holds all three members with their types.
 /// Further members are ignored; of a member given twice the last one counts. Any depth of nesting
 /// is safe.
-[[nodiscard]] std::optional<KeyPayloadFields> decodeKeyPayload(std::string_view json);
+[[nodiscard]] std::optional<KeyPayloadFields> decodeKeyPayload(std::string_view text);
 
 }  // namespace lunevra

@@ -29,7 +29,7 @@ std::optional<StoredValue> DefaultsDisk::read(std::string_view key) {
   // Readers ask every second for ever; a disk in trouble must not make each of them wait.
   if (!reading_.isReported || steady_clock::now() >= reading_.retryAt)
     attempt(reading_, [&](DefaultsFile& file) {
-      noticeOtherWriters();
+      if (file.hasChangedElsewhere()) known_.clear();
       if (known_.find(key) == known_.end()) known_.emplace(key, file.read(key));
     });
   const auto found = known_.find(key);
@@ -71,7 +71,11 @@ bool DefaultsDisk::attempt(Trouble& trouble, const std::function<void(DefaultsFi
 
 void DefaultsDisk::openIfNeeded() {
   const auto current = identifyFile(path_);
-  if (file_ != nullptr && current.exists() && current.isSameFile(identity_)) return;
+  if (file_ != nullptr && current.exists() && current.isSameFile(identity_)) {
+    if (current != identity_) forgetContents();
+    identity_ = current;
+    return;
+  }
   file_.reset();
   if (!makePrivateFolder(path_.parent_path()))
     throw DatabaseError(DatabaseFault::unavailable, "its folder cannot be made");
@@ -88,14 +92,9 @@ void DefaultsDisk::openIfNeeded() {
   file_ = std::move(opened);
 }
 
-void DefaultsDisk::noticeOtherWriters() {
-  const auto current = identifyFile(path_);
-  if (current != identity_) {
-    identity_ = current;
-    file_->forgetPages();
-    known_.clear();
-  }
-  if (file_->hasChangedElsewhere()) known_.clear();
+void DefaultsDisk::forgetContents() {
+  file_->forgetPages();
+  known_.clear();
 }
 
 bool DefaultsDisk::canStartAfresh(const DatabaseError& error) {

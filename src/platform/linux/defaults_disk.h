@@ -40,7 +40,8 @@ class DefaultsDisk {
 
   bool attempt(Trouble& trouble, const std::function<void(DefaultsFile&)>& work);
   void openIfNeeded();
-  void noticeOtherWriters();
+  /// Of a file that may have been written past the database.
+  void forgetContents();
   [[nodiscard]] bool canStartAfresh(const DatabaseError& error);
   [[nodiscard]] bool setAside(const std::string& reason);
   void enter(Trouble& trouble, const DatabaseError& error);

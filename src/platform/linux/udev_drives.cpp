@@ -5,6 +5,7 @@
 #include <charconv>
 #include <filesystem>
 #include <libudev.h>
+#include <sys/sysmacros.h>
 
 namespace lunevra {
 namespace {
@@ -68,6 +69,12 @@ std::optional<bool> isInternalDevice(udev* context, udev_device* disk, int depth
   return true;
 }
 
+/// The kernel's entry of a disk. A disk that comes again, under whatever number, has another.
+FileIdentity nodeOf(dev_t disk) {
+  return identifyLink("/sys/dev/block/" + std::to_string(major(disk)) + ':' +
+                      std::to_string(minor(disk)));
+}
+
 }  // namespace
 
 void UdevDrives::Release::operator()(udev* context) const {
@@ -78,8 +85,14 @@ UdevDrives::UdevDrives() : context_(udev_new()) {}
 UdevDrives::~UdevDrives() = default;
 
 std::optional<bool> UdevDrives::isInternal(dev_t disk) const {
+  const auto node = nodeOf(disk);
+  const auto found = known_.find(disk);
+  if (found != known_.end() && node.exists() && found->second.node == node)
+    return found->second.isInternal;
   const Device device(udev_device_new_from_devnum(context_.get(), 'b', disk));
-  return device ? isInternalDevice(context_.get(), device.get(), 0) : std::nullopt;
+  const auto answer = device ? isInternalDevice(context_.get(), device.get(), 0) : std::nullopt;
+  if (answer) known_.insert_or_assign(disk, Known{node, *answer});
+  return answer;
 }
 
 std::optional<std::string> UdevDrives::label(dev_t disk) const {

@@ -1,10 +1,13 @@
 #pragma once
 
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <sys/types.h>
+
+#include "platform/linux/file_identity.h"
 
 struct udev;
 
@@ -22,7 +25,8 @@ class UdevDrives {
   /// Whether the disk is built in: not on USB, FireWire or another bus that is plugged in from
   /// outside (a dock included), and no card in a slot. Of what is made of other disks (encrypted,
   /// striped, a logical volume) one that is built in decides, then one that is unknown. Images and
-  /// memory disks are built in. Nothing if the database cannot tell.
+  /// memory disks are built in. Nothing if the database cannot tell. An answer holds as long as the
+  /// kernel has that very disk; asking again then costs one lookup.
   [[nodiscard]] std::optional<bool> isInternal(dev_t disk) const;
 
   /// The file system's label as the person gave it.
@@ -32,7 +36,13 @@ class UdevDrives {
   struct Release {
     void operator()(udev* context) const;
   };
+  struct Known {
+    FileIdentity node;
+    bool isInternal = false;
+  };
+
   std::unique_ptr<udev, Release> context_;
+  mutable std::map<dev_t, Known> known_;
 };
 
 /// Undoes the escapes (\x20) of a label in the device database. Nothing if it is empty, or holds
