@@ -13,10 +13,8 @@ libbenchmark-dev libgmock-dev libgtest-dev libhowardhinnant-date-dev libmount-de
 libsqlite3-dev libssl-dev libsystemd-dev libudev-dev libxcb-icccm4-dev libxcb-randr0-dev
 libxcb-xfixes0-dev libxcb-xkb-dev libxcb-xtest0-dev libxcb1-dev nlohmann-json3-dev uuid-dev
 qml6-module-qt-labs-folderlistmodel qml6-module-qtqml qml6-module-qtqml-models
-qml6-module-qtqml-workerscript qml6-module-qtquick qml6-module-qtquick-controls
-qml6-module-qtquick-layouts qml6-module-qtquick-shapes
-qml6-module-qtquick-templates qml6-module-qtquick-window qt6-base-dev qt6-declarative-dev
-qt6-declarative-dev-tools
+qml6-module-qtqml-workerscript qml6-module-qtquick qml6-module-qtquick-shapes
+qml6-module-qtquick-templates qt6-base-dev qt6-declarative-dev qt6-declarative-dev-tools
 fonts-ebgaramond fonts-inter fonts-quicksand
 "
 
