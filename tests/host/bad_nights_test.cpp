@@ -46,7 +46,7 @@ class BadNights : public SmallDisk, public LockOnX11 {
     std::cout << "seed " << number << std::endl;
     random_.seed(number);
     usb_.mount();
-    usb_.makeKey(home_.path() / "lunevra/keychain");
+    usb_.makeKey(home_.path() / "lunevra");
     usb_.unmount();
     launch();
   }

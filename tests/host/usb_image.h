@@ -14,8 +14,8 @@
 #include "host/child_process.h"
 #include "host/temporary_folder.h"
 #include "physical_key/physical_key_manager.h"
-#include "platform/foundation/digest.h"
-#include "platform/linux/file_keychain.h"
+#include "platform/linux/linux_host.h"
+#include "platform/linux/linux_test_support.h"
 
 namespace lunevra::host_test {
 
@@ -109,13 +109,18 @@ struct UsbDrive {
   }
   void unmount() const { ::umount2(path.c_str(), MNT_DETACH); }
 
-  /// Puts a key on the drive, which is mounted, and its fingerprint into the keychain.
-  void makeKey(const std::filesystem::path& keychain) const {
-    std::ofstream(path / PhysicalKeyManager::keyFileName)
-        << R"({"version":1,"identifier":"","secret":"AAAA"})";
-    ASSERT_EQ(FileKeychain(keychain).add(PhysicalKeyManager::keychainService,
-                                         PhysicalKeyManager::keychainAccount, sha256(Bytes(3))),
-              0);
+  /// Has the program's own parts make a key on the drive, which is mounted, as if a folder on it
+  /// had been chosen.
+  void makeKey(const std::filesystem::path& dataFolder) const {
+    ManualRunLoop runLoop;
+    NoPanels panels;
+    LinuxHost computer({.dataFolder = dataFolder,
+                        .cloudFolder = dataFolder / "cloud",
+                        .lockFolders = {},
+                        .zone = {}},
+                       runLoop, panels);
+    std::filesystem::create_directories(path / "some/folder");
+    EXPECT_EQ(PhysicalKeyManager(computer.host()).createKey(path / "some/folder"), "KEY DRIVE");
   }
 
   /// From here on only the first so many bytes of the disk are there; 0: all of it is. Calls the
