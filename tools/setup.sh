@@ -6,7 +6,7 @@ set -eu
 packages="
 ccache clang clang-format clang-tidy cmake g++ git libclang-rt-14-dev librsvg2-bin ninja-build
 pkg-config shellcheck
-dbus dbus-user-session e2fsprogs gnome-keyring imagemagick libsecret-tools openbox picom sqlite3 systemd
+dbus dbus-user-session dosfstools e2fsprogs exfat-fuse exfatprogs gnome-keyring imagemagick libsecret-tools openbox picom sqlite3 systemd
 tint2 tzdata umockdev x11-utils x11-xkb-utils x11-xserver-utils xauth xdotool xserver-xorg-core
 xserver-xorg-video-dummy xvfb
 libbenchmark-dev libgmock-dev libgtest-dev libhowardhinnant-date-dev libmount-dev libsecret-1-dev

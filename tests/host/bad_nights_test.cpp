@@ -46,7 +46,7 @@ class BadNights : public SmallDisk, public LockOnX11 {
     std::cout << "seed " << number << std::endl;
     random_.seed(number);
     usb_.mount();
-    usb_.makeKey(home_.path() / "lunevra/keychain");
+    usb_.makeKey(home_.path() / "lunevra");
     usb_.unmount();
     launch();
   }
@@ -164,7 +164,7 @@ class BadNights : public SmallDisk, public LockOnX11 {
 };
 
 TEST(BadNightsOnUsb, AllHold) {
-  runOnUsb("BadNights.DISABLED_AllHold", soakTime() + 60s);
+  runOnUsb("BadNights.DISABLED_AllHold", "ext4", soakTime() + 60s);
 }
 TEST_F(BadNights, DISABLED_AllHold) {
   if (!isAvailable_ || !systemBus_.isAvailable()) GTEST_SKIP() << "nothing can be mounted here";

@@ -8,25 +8,35 @@
 #include <linux/loop.h>
 #include <sys/ioctl.h>
 #include <sys/mount.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include "host/child_process.h"
 #include "host/temporary_folder.h"
 #include "physical_key/physical_key_manager.h"
-#include "platform/foundation/digest.h"
-#include "platform/linux/file_keychain.h"
+#include "platform/linux/linux_host.h"
+#include "platform/linux/linux_test_support.h"
 
 namespace lunevra::host_test {
 
-/// A small ext4 image behind a loop device, and a description of the device that makes it a USB
-/// disk labelled "KEY DRIVE" to programs started with `umockdev-run -d DESCRIPTION --`.
+/// Mounts by the kernel, or by a program where it does not know the file system.
+inline bool mountDisk(const std::string& device, const std::string& path,
+                      const std::string& fileSystem, unsigned long flags) {
+  if (::mount(device.c_str(), path.c_str(), fileSystem.c_str(), flags, nullptr) == 0) return true;
+  if (errno != ENODEV || fileSystem != "exfat") return false;
+  const auto* const options = (flags & MS_RDONLY) != 0 ? "ro" : "rw";
+  return ChildProcess({"mount.exfat-fuse", "-o", options, device, path}, {}).exitStatus() == 0;
+}
+
+/// A small image behind a loop device, and a description of the device that makes it a USB disk
+/// labelled "KEY DRIVE" to programs started with `umockdev-run -d DESCRIPTION --`.
 class UsbImage {
  public:
-  UsbImage() {
+  explicit UsbImage(std::string fileSystem) : fileSystem_(std::move(fileSystem)) {
     const auto image = folder_.path() / "image";
     std::ofstream(image).close();
     std::filesystem::resize_file(image, 4 * 1024 * 1024);
-    ChildProcess format({"mkfs.ext4", "-q", "-F", image}, {});
+    ChildProcess format({"mkfs." + fileSystem_, image}, {});
     if (format.exitStatus() != 0) return;
     attach(image);
     if (isAvailable()) describe();
@@ -51,7 +61,7 @@ class UsbImage {
 
   [[nodiscard]] bool mount(unsigned long flags = 0) const {
     std::filesystem::create_directory(path());
-    return ::mount(device().c_str(), path().c_str(), "ext4", flags, nullptr) == 0;
+    return mountDisk(device(), path(), fileSystem_, flags);
   }
   bool unmount() const { return ::umount2(path().c_str(), MNT_DETACH) == 0; }
 
@@ -81,6 +91,7 @@ class UsbImage {
         << "E: MAJOR=7\nE: MINOR=" << number << "\nE: SUBSYSTEM=block\n";
   }
 
+  std::string fileSystem_;
   TemporaryFolder folder_;
   int number_ = -1;
   int loop_ = -1;
@@ -90,30 +101,57 @@ class UsbImage {
 struct UsbDrive {
   std::filesystem::path path = std::getenv(pathVariable);
   std::string device = std::getenv(deviceVariable);
+  std::string fileSystem = std::getenv(fileSystemVariable);
 
   void mount(unsigned long flags = 0) const {
-    ASSERT_EQ(::mount(device.c_str(), path.c_str(), "ext4", flags, nullptr), 0) << errno;
+    // A program that has just been told to let go of the drive may not have done so yet.
+    ASSERT_TRUE(eventually([&] { return mountDisk(device, path, fileSystem, flags); })) << errno;
   }
   void unmount() const { ::umount2(path.c_str(), MNT_DETACH); }
 
-  /// Puts a key on the drive, which is mounted, and its fingerprint into the keychain.
-  void makeKey(const std::filesystem::path& keychain) const {
-    std::ofstream(path / PhysicalKeyManager::keyFileName)
-        << R"({"version":1,"identifier":"","secret":"AAAA"})";
-    ASSERT_EQ(FileKeychain(keychain).add(PhysicalKeyManager::keychainService,
-                                         PhysicalKeyManager::keychainAccount, sha256(Bytes(3))),
-              0);
+  /// Has the program's own parts make a key on the drive, which is mounted, as if a folder on it
+  /// had been chosen.
+  void makeKey(const std::filesystem::path& dataFolder) const {
+    ManualRunLoop runLoop;
+    NoPanels panels;
+    LinuxHost computer({.dataFolder = dataFolder,
+                        .cloudFolder = dataFolder / "cloud",
+                        .lockFolders = {},
+                        .zone = {}},
+                       runLoop, panels);
+    std::filesystem::create_directories(path / "some/folder");
+    EXPECT_EQ(PhysicalKeyManager(computer.host()).createKey(path / "some/folder"), "KEY DRIVE");
+  }
+
+  /// From here on only the first so many bytes of the disk are there; 0: all of it is. Calls the
+  /// kernel itself, because to the library's calls this is no loop device.
+  void limit(std::uint64_t bytes) const {
+    const auto disk = syscall(SYS_openat, AT_FDCWD, device.c_str(), O_RDWR | O_CLOEXEC);
+    loop_info64 status{};
+    syscall(SYS_ioctl, disk, LOOP_GET_STATUS64, &status);
+    status.lo_sizelimit = bytes;
+    EXPECT_EQ(syscall(SYS_ioctl, disk, LOOP_SET_STATUS64, &status), 0) << errno;
+    syscall(SYS_close, disk);
+  }
+  /// The mounted file system answers everything with an I/O error.
+  void shutDown() const {
+    const auto request = _IOR('X', 125, std::uint32_t);
+    const std::uint32_t withoutSaving = 2;
+    const int root = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    EXPECT_EQ(ioctl(root, request, &withoutSaving), 0) << errno;
+    close(root);
   }
 
   static constexpr auto pathVariable = "LUNEVRA_TEST_DRIVE";
   static constexpr auto deviceVariable = "LUNEVRA_TEST_DEVICE";
+  static constexpr auto fileSystemVariable = "LUNEVRA_TEST_FILE_SYSTEM";
 };
 
 /// Runs a disabled case of this program in a process of its own, for which an image is a drive on
 /// USB. Skips the case that calls it where there are no images.
-inline void runOnUsb(const std::string& name,
+inline void runOnUsb(const std::string& name, const std::string& fileSystem = "ext4",
                      std::chrono::seconds patience = std::chrono::seconds(60)) {
-  UsbImage image;
+  UsbImage image(fileSystem);
   if (!image.isAvailable() || !image.mount())
     GTEST_SKIP() << "this computer mounts no images: " << std::strerror(errno);
   image.unmount();
@@ -121,7 +159,8 @@ inline void runOnUsb(const std::string& name,
                      std::filesystem::read_symlink("/proc/self/exe"),
                      "--gtest_also_run_disabled_tests", "--gtest_filter=" + name},
                     {std::string(UsbDrive::pathVariable) + "=" + image.path().string(),
-                     std::string(UsbDrive::deviceVariable) + "=" + image.device()});
+                     std::string(UsbDrive::deviceVariable) + "=" + image.device(),
+                     std::string(UsbDrive::fileSystemVariable) + "=" + fileSystem});
   EXPECT_EQ(body.exitStatus(patience), 0) << "see above";
 }
 

@@ -28,6 +28,7 @@ Window {
     component Label: Text {
         color: "white"
         elide: Text.ElideMiddle
+        textFormat: Text.PlainText  // a drive may be called anything
         font.family: "Inter"
         font.pixelSize: 13
     }
@@ -110,6 +111,7 @@ Window {
 
             ListView {
                 id: list
+                objectName: "folders"
                 anchors { fill: parent; margins: 6 }
                 clip: true
                 focus: true

@@ -99,25 +99,10 @@ TEST(StoredValueJson, RoundTripsAndRefusesWhatDoesNotFit) {
   EXPECT_EQ(decodeStoredValue(nested), std::nullopt);
 }
 
-TEST(KeyPayload, OnlyAWholePayloadIsReadAndBase64IsStrict) {
+TEST(KeyPayload, IsWrittenInItsOrderAndBase64IsStrict) {
   const KeyPayloadFields key{1, "id", "a/b="};
   EXPECT_EQ(encodeKeyPayload(key), R"({"version":1,"identifier":"id","secret":"a/b="})");
-  EXPECT_EQ(decodeKeyPayload(R"({"x":[],"secret":"a\/b=","identifier":"id","version":1})")->secret,
-            "a/b=");
-  for (const auto* odd :
-       {"", "null", R"({"version":"1","identifier":"","secret":""})",
-        R"({"version":1.5,"identifier":"","secret":""})", R"({"version":1,"secret":""})",
-        R"({"version":9223372036854775808,"identifier":"","secret":""})",
-        R"({"version":1e999,"identifier":"","secret":""})",
-        R"({"version":1,"identifier":"","secret":["a"]})",
-        R"({"version":1,"identifier":"","secret":""}{})", "\xff\xfe"})
-    EXPECT_FALSE(decodeKeyPayload(odd)) << odd;
-  EXPECT_FALSE(decodeKeyPayload(std::string_view("\0\0", 2)));
-  EXPECT_FALSE(decodeKeyPayload(std::string(100'000, '[')));
-  const auto nested = std::string(100'000, '[') + std::string(100'000, ']');
-  EXPECT_TRUE(decodeKeyPayload(R"({"version":1,"identifier":"","secret":"","x":)" + nested + "}"));
-  EXPECT_EQ(decodeKeyPayload(R"({"version":2,"version":1,"identifier":"","secret":""})")->version,
-            1);
+  EXPECT_EQ(decodeKeyPayload(encodeKeyPayload(key))->secret, key.secret);
   EXPECT_EQ(base64Encode(*base64Decode("AAECAw==")), "AAECAw==");
   for (const auto* odd : {"A", "AAA", "AA=A", "A===", "AAAA\n", "AA A", "AA-_"})
     EXPECT_FALSE(base64Decode(odd)) << odd;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <csignal>
 #include <cstdlib>
 
@@ -30,6 +31,25 @@ class KeyringBus {
   }
   static bool lockKeyring() {
     return asks("Lock array:objpath:/org/freedesktop/secrets/collection/login");
+  }
+  /// As the login does, over the keyring's own socket.
+  [[nodiscard]] bool unlockKeyring() const {
+    const UniqueDescriptor control(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    sockaddr_un address{.sun_family = AF_UNIX, .sun_path = {}};
+    (folder_ / "keyring/control").string().copy(address.sun_path, sizeof(address.sun_path) - 1);
+    const std::string request(
+        "\0"
+        "\0\0\0\x0E"
+        "\0\0\0\1"
+        "\0\0\0\2"
+        "pw",
+        15);
+    std::array<char, 8> answer{1, 1, 1, 1, 1, 1, 1, 1};
+    const std::array<char, 8> success{0, 0, 0, 8, 0, 0, 0, 0};
+    return ::connect(control.get(), reinterpret_cast<sockaddr*>(&address), sizeof(address)) == 0 &&
+           ::write(control.get(), request.data(), request.size()) == 15 &&
+           ::recv(control.get(), answer.data(), answer.size(), MSG_WAITALL) == 8 &&
+           answer == success;
   }
   void signalKeyring(int number) { keyring_->signal(number); }
   void stopKeyring() { keyring_.reset(); }

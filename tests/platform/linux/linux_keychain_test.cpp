@@ -99,6 +99,8 @@ TEST_F(SecretServiceTest, ALockedCollectionHoldsAndTakesNothingAndAsksNobody) {
   EXPECT_FALSE(hasFile());
   restart();
   EXPECT_EQ(item(), std::nullopt);
+  ASSERT_TRUE(bus_.unlockKeyring());
+  EXPECT_TRUE(becomes(first)) << "the person has logged in";
 }
 
 TEST_F(SecretServiceTest, AServiceThatHangsHoldsNobodyUp) {

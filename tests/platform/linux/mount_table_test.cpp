@@ -1,9 +1,11 @@
 #include "platform/linux/mount_table.h"
 
+#include <set>
 #include <sys/sysmacros.h>
 
 #include "platform/linux/linux_test_support.h"
 #include "platform/linux/udev_drives.h"
+#include "platform/linux/whole_file.h"
 
 namespace lunevra {
 namespace {
@@ -64,6 +66,18 @@ TEST(MountTableTest, ShowsTheVolumesAPersonKnows) {
   for (const auto& [what, table, shown] : cases) EXPECT_EQ(paths(table), shown) << what;
   EXPECT_TRUE(parseMountTable("").empty());
   EXPECT_TRUE(parseMountTable(std::string(100'000, '\0')).empty());
+}
+
+TEST(MountTableTest, OddTablesShowEachVolumeOnceByItsPath) {
+  int tables = 0;
+  for (const auto& file : std::filesystem::directory_iterator(LUNEVRA_CORPUS "/mount_table")) {
+    std::set<std::string> seen;
+    for (const auto& volume : parseMountTable(*readWholeFile(file)))
+      EXPECT_TRUE(volume.path.starts_with('/') && seen.insert(volume.path).second)
+          << file << volume.path;
+    ++tables;
+  }
+  EXPECT_GT(tables, 5);
 }
 
 TEST(MountTableTest, TellsWhatTheKernelKnowsOfAVolume) {
