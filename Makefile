@@ -53,7 +53,7 @@ rehearsal: build
 gallery: build
 	@$(BUILD)/bin/lunevra-gallery $(GALLERY)
 	@QT_SCALE_FACTOR=2 $(BUILD)/bin/lunevra-gallery $(GALLERY) 1920x1080
-	@$(BUILD)/bin/lunevra-daytime-gallery $(GALLERY)
+	@for scale in 1 1.5 2; do QT_SCALE_FACTOR=$$scale $(BUILD)/bin/lunevra-daytime-gallery $(GALLERY); done
 
 bench: build
 	@mkdir -p $(BUILD)/bench

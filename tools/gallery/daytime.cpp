@@ -1,5 +1,5 @@
 // Draws the menu and the settings window in every state, for looking at:
-//   [QT_SCALE_FACTOR=2] lunevra-daytime-gallery FOLDER
+//   [QT_SCALE_FACTOR=1.5] lunevra-daytime-gallery FOLDER
 // The states are those of a real engine on a simulated computer.
 
 #include <cstdio>
@@ -8,6 +8,7 @@
 
 #include <QtCore/qdir.h>
 #include <QtCore/qeventloop.h>
+#include <QtCore/qmath.h>
 #include <QtCore/qtimer.h>
 #include <QtGui/qevent.h>
 #include <QtGui/qguiapplication.h>
@@ -44,18 +45,26 @@ struct Computer {
     simulated.keychain.setItem(Bytes(32, 0x5a));
     engine().refreshPhysicalKeyStatus();
   }
+  /// A key on a drive that is plugged in; one that cannot be written to is refused.
+  void createKey(bool isWritable) {
+    SimulatedVolumes::Volume drive;
+    drive.name = "KEYDRIVE";
+    drive.path = "/media/KEYDRIVE";
+    drive.isReadOnly = !isWritable;
+    simulated.volumes.attach(drive);
+    simulated.openPanels.answerNextWith(drive.path);
+    engine().createPhysicalKey();
+    simulated.time.drainMainQueue();
+  }
   void commit() { engine().activateCommitmentLock(simulated.time.now() + TimeInterval{2e5}); }
+  void setServices(ServiceStatus status) {
+    simulated.services.agent("").setStatus(status);
+    simulated.services.daemon("").setStatus(status);
+  }
   void armEverything() {
     configureKey();
-    simulated.services.agent("").setStatus(ServiceStatus::enabled);
-    simulated.services.daemon("").setStatus(ServiceStatus::enabled);
+    setServices(ServiceStatus::enabled);
     simulated.defaults.standard().set(settings_key::firewallEnabled, true);
-  }
-  /// Services that wait to be approved.
-  void leaveUnapproved() {
-    configureKey();
-    simulated.services.agent("").setStatus(ServiceStatus::requiresApproval);
-    simulated.services.daemon("").setStatus(ServiceStatus::requiresApproval);
   }
   void beginNight() {
     setTime(22);
@@ -75,20 +84,12 @@ void settle(Computer& computer) {
   settling.exec();
 }
 
+/// Pictures of another scale than 1 say so.
 void save(const QImage& image, const QDir& folder, const QString& name) {
-  const auto file = folder.filePath(name + ".png");
+  const auto scale = image.devicePixelRatio();
+  const auto suffix = scale == 1 ? QString() : QStringLiteral("@%1x").arg(scale);
+  const auto file = folder.filePath(name + suffix + ".png");
   if (!image.save(file)) std::fprintf(stderr, "could not write %s\n", qPrintable(file));
-}
-
-void photographMenu(const QDir& folder, const QString& name, const Prepare& prepare) {
-  Computer computer;
-  prepare(computer);
-  QQuickWindow window;
-  window.show();
-  const auto content = menuBarContent(computer.simulated.host(), computer.engine(), {}, [] {});
-  content->attach(window);
-  settle(computer);
-  save(window.grabWindow(), folder, "menu-" + name);
 }
 
 /// A descendant by its name; the names of views made of parts are those of their items.
@@ -100,49 +101,111 @@ QQuickItem* find(QQuickItem& within, const QString& name) {
   return nullptr;
 }
 
-void press(QQuickItem& item) {
-  item.forceActiveFocus(Qt::TabFocusReason);
-  for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-    QKeyEvent event(type, Qt::Key_Space, Qt::NoModifier);
-    QCoreApplication::sendEvent(item.window(), &event);
+/// A window that shows a prepared computer's engine.
+struct Shown {
+  using MakeContent = std::function<std::shared_ptr<DaytimeContent>(Computer&)>;
+
+  Shown(const Prepare& prepare, QSize size, const MakeContent& makeContent) {
+    prepare(computer);
+    window.resize(size);
+    window.show();
+    content = makeContent(computer);
+    content->attach(window);
+    window.requestActivate();
+    settle(computer);
   }
+  QQuickItem& item(const QString& name) const { return *find(*content->root(), name); }
+  void save(const QDir& folder, const QString& name) {
+    settle(computer);
+    ::save(window.grabWindow(), folder, name);
+  }
+
+  Computer computer;
+  QQuickWindow window;
+  std::shared_ptr<DaytimeContent> content;  // goes before its window
+};
+
+std::shared_ptr<DaytimeContent> settingsOf(Computer& computer) {
+  return settingsContent(computer.simulated.host(), computer.engine(), {});
 }
 
-/// The window once a control of it has been pressed.
+std::shared_ptr<DaytimeContent> menuOf(Computer& computer) {
+  return menuBarContent(computer.simulated.host(), computer.engine(), {}, [] {});
+}
+
+void photographMenu(const QDir& folder, const QString& name, const Prepare& prepare) {
+  Shown(prepare, {}, menuOf).save(folder, "menu-" + name);
+}
+
+/// The whole column of the settings at once, in a window that is high enough.
+void photographSettings(const QDir& folder, const QString& name, const Prepare& prepare) {
+  Shown shown(prepare, {520, 760}, settingsOf);
+  const auto& scroll = shown.item("scroll");
+  shown.window.resize(520, qCeil(scroll.y() + scroll.property("contentHeight").toDouble()));
+  shown.save(folder, "settings-" + name);
+}
+
+/// The window in the size that it has, at the column's top and at its end.
+void photographWindow(const QDir& folder, const QString& name, int height) {
+  Shown shown([](Computer&) {}, {520, height}, settingsOf);
+  shown.save(folder, "window-" + name + "-top");
+  auto& scroll = shown.item("scroll");
+  scroll.setProperty("contentY", scroll.property("contentHeight").toDouble() - scroll.height());
+  shown.save(folder, "window-" + name + "-end");
+}
+
+/// The window once a control of it has been pressed with the keyboard.
 void photographPressed(const QDir& folder, const QString& name, const QString& control,
                        const Prepare& prepare) {
-  Computer computer;
-  prepare(computer);
-  QQuickWindow window;
-  window.resize(520, 760);
-  window.show();
-  const auto content = settingsContent(computer.simulated.host(), computer.engine(), {});
-  content->attach(window);
-  window.requestActivate();
-  settle(computer);
-  press(*find(*content->root(), control));
-  settle(computer);
-  save(window.grabWindow(), folder, "settings-" + name);
+  Shown shown(prepare, {520, 760}, settingsOf);
+  shown.item(control).forceActiveFocus(Qt::TabFocusReason);
+  settle(shown.computer);
+  for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+    QKeyEvent event(type, Qt::Key_Space, Qt::NoModifier);
+    QCoreApplication::sendEvent(&shown.window, &event);
+  }
+  shown.save(folder, "window-" + name);
 }
 
-/// One picture of the window for each screen that it takes to show it to the end.
-void photographSettings(const QDir& folder, const QString& name, QSize size, int screens,
-                        const Prepare& prepare) {
-  Computer computer;
-  prepare(computer);
-  QQuickWindow window;
-  window.resize(size);
-  window.show();
-  const auto content = settingsContent(computer.simulated.host(), computer.engine(), {});
-  content->attach(window);
-  settle(computer);
-  auto* const scroll = content->root()->findChild<QQuickItem*>("scroll");
-  for (int screen = 0; screen < screens; ++screen) {
-    const double end = scroll->property("contentHeight").toDouble() - scroll->height();
-    scroll->setProperty("contentY", std::min(end, screen * 0.9 * scroll->height()));
-    settle(computer);
-    save(window.grabWindow(), folder, QStringLiteral("settings-%1-%2").arg(name).arg(screen + 1));
-  }
+void photographMenus(const QDir& folder) {
+  photographMenu(folder, "1-enabled", [](Computer&) {});
+  photographMenu(folder, "2-off", [](Computer& c) { c.engine().setEnabled(false); });
+  photographMenu(folder, "3-committed", [](Computer& c) { c.commit(); });
+  photographMenu(folder, "4-key-ready", [](Computer& c) { c.configureKey(); });
+  photographMenu(folder, "5-lock", [](Computer& c) { c.beginNight(); });
+  photographMenu(folder, "6-committed-lock-with-key", [](Computer& c) {
+    c.configureKey();
+    c.commit();
+    c.beginNight();
+  });
+}
+
+void photographColumns(const QDir& folder) {
+  photographSettings(folder, "1-fresh", [](Computer&) {});
+  photographSettings(folder, "2-armed", [](Computer& c) { c.armEverything(); });
+  photographSettings(folder, "3-unapproved",
+                     [](Computer& c) { c.setServices(ServiceStatus::requiresApproval); });
+  photographSettings(folder, "4-key-connected", [](Computer& c) { c.createKey(true); });
+  photographSettings(folder, "5-key-refused", [](Computer& c) { c.createKey(false); });
+  photographSettings(folder, "6-committed", [](Computer& c) {
+    c.configureKey();
+    c.commit();
+  });
+  photographSettings(folder, "7-night", [](Computer& c) {
+    c.engine().updateBlockStart(21, 10);  // a minute that the picker does not have
+    c.beginNight();
+  });
+}
+
+void photographWindows(const QDir& folder) {
+  photographWindow(folder, "1-full", 760);
+  photographWindow(folder, "2-low-display", 704);  // 768 points high
+  photographPressed(folder, "3-ask-to-lock", "lockSettings", [](Computer&) {});
+  photographPressed(folder, "4-ask-to-replace", "createKey", [](Computer& c) { c.configureKey(); });
+  photographPressed(folder, "5-durations", "duration", [](Computer&) {});
+  photographPressed(folder, "6-hours", "hour", [](Computer&) {});
+  photographPressed(folder, "7-minutes", "minute", [](Computer&) {});
+  photographPressed(folder, "8-switched-off", "enableLock", [](Computer&) {});
 }
 
 }  // namespace
@@ -157,23 +220,8 @@ int main(int argc, char** argv) {
   }
   const QDir folder(QGuiApplication::arguments().at(1));
   folder.mkpath(".");
-  photographMenu(folder, "1-idle", [](Computer&) {});
-  photographMenu(folder, "2-off", [](Computer& c) { c.engine().setEnabled(false); });
-  photographMenu(folder, "3-committed", [](Computer& c) { c.commit(); });
-  photographMenu(folder, "4-key", [](Computer& c) { c.configureKey(); });
-  photographMenu(folder, "5-lock", [](Computer& c) { c.beginNight(); });
-  const QSize full(520, 760);
-  photographSettings(folder, "1-fresh", full, 3, [](Computer&) {});
-  photographSettings(folder, "2-armed", full, 3, [](Computer& c) { c.armEverything(); });
-  photographSettings(folder, "3-committed", full, 3, [](Computer& c) {
-    c.configureKey();
-    c.commit();
-  });
-  // The window of a display that is 768 points high.
-  photographSettings(folder, "4-low-display", {520, 704}, 4, [](Computer&) {});
-  photographSettings(folder, "5-unapproved", full, 3, [](Computer& c) { c.leaveUnapproved(); });
-  photographPressed(folder, "6-ask-to-lock", "lockSettings", [](Computer&) {});
-  photographPressed(folder, "7-ask-to-replace", "createKey", [](Computer& c) { c.configureKey(); });
-  photographPressed(folder, "8-picker", "duration", [](Computer&) {});
+  photographMenus(folder);
+  photographColumns(folder);
+  photographWindows(folder);
   return 0;
 }

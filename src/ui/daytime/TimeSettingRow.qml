@@ -29,6 +29,7 @@ Column {
         PickerBox {
             id: hours
 
+            objectName: "hour"
             anchors.verticalCenter: parent.verticalCenter
             width: 105
             title: row.title + ", " + row.bridge.texts.hourPicker
@@ -39,6 +40,7 @@ Column {
         }
 
         PickerBox {
+            objectName: "minute"
             anchors.left: hours.right
             anchors.leftMargin: 12
             anchors.verticalCenter: parent.verticalCenter
