@@ -12,7 +12,6 @@
 #include <QtCore/qtimer.h>
 #include <QtGui/qevent.h>
 #include <QtGui/qguiapplication.h>
-#include <QtGui/qimage.h>
 #include <QtQuick/qquickitem.h>
 #include <QtQuick/qquickwindow.h>
 
@@ -85,11 +84,12 @@ void settle(Computer& computer) {
 }
 
 /// Pictures of another scale than 1 say so.
-void save(const QImage& image, const QDir& folder, const QString& name) {
-  const auto scale = image.devicePixelRatio();
+void save(QQuickWindow& window, const QDir& folder, const QString& name) {
+  const auto scale = window.effectiveDevicePixelRatio();
   const auto suffix = scale == 1 ? QString() : QStringLiteral("@%1x").arg(scale);
   const auto file = folder.filePath(name + suffix + ".png");
-  if (!image.save(file)) std::fprintf(stderr, "could not write %s\n", qPrintable(file));
+  if (!window.grabWindow().save(file))
+    std::fprintf(stderr, "could not write %s\n", qPrintable(file));
 }
 
 /// A descendant by its name; the names of views made of parts are those of their items.
@@ -117,7 +117,7 @@ struct Shown {
   QQuickItem& item(const QString& name) const { return *find(*content->root(), name); }
   void save(const QDir& folder, const QString& name) {
     settle(computer);
-    ::save(window.grabWindow(), folder, name);
+    ::save(window, folder, name);
   }
 
   Computer computer;
@@ -145,13 +145,15 @@ void photographSettings(const QDir& folder, const QString& name, const Prepare& 
   shown.save(folder, "settings-" + name);
 }
 
-/// The window in the size that it has, at the column's top and at its end.
+/// The window in the size that it has: at the column's top, a little further, and at its end.
 void photographWindow(const QDir& folder, const QString& name, int height) {
   Shown shown([](Computer&) {}, {520, height}, settingsOf);
-  shown.save(folder, "window-" + name + "-top");
   auto& scroll = shown.item("scroll");
-  scroll.setProperty("contentY", scroll.property("contentHeight").toDouble() - scroll.height());
-  shown.save(folder, "window-" + name + "-end");
+  const double end = scroll.property("contentHeight").toDouble() - scroll.height();
+  for (const auto& [place, y] : {std::pair("top", 0.0), {"further", 90.0}, {"end", end}}) {
+    scroll.setProperty("contentY", y);
+    shown.save(folder, "window-" + name + "-" + place);
+  }
 }
 
 /// The window once a control of it has been pressed with the keyboard.

@@ -1,7 +1,8 @@
 import QtQuick
 import Lunevra.Daytime
 
-// A text that assistive technology can read; it wraps where its width is given.
+// A text that assistive technology can read; it wraps where its width is given. What a line's height
+// adds goes below it, so a single line would not be centred in what it labels.
 Text {
     property real size: 13
     property int weight: Font.Normal
@@ -10,7 +11,7 @@ Text {
     font: isRounded ? Faces.rounded(size, weight) : Faces.standard(size, weight)
     color: "white"
     wrapMode: Text.WordWrap
-    lineHeight: 1.12
+    lineHeight: lineCount > 1 ? 1.12 : 1
     renderType: Text.NativeRendering
     textFormat: Text.PlainText
     Accessible.role: Accessible.StaticText

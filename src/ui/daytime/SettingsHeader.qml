@@ -12,6 +12,8 @@ Rectangle {
 
     required property SettingsBridge bridge
 
+    // Above what scrolls: a clip reaches into the pixel that it ends in.
+    z: 1
     implicitHeight: names.height + 2 * 24
     color: Ink.card
 
