@@ -17,6 +17,7 @@ T.Button {
     horizontalPadding: 14
     verticalPadding: 10
     focusPolicy: Qt.StrongFocus
+    Accessible.name: text
 
     contentItem: Item {
         implicitWidth: label.implicitWidth

@@ -17,6 +17,7 @@ T.Button {
     horizontalPadding: 8
     verticalPadding: 5
     focusPolicy: Qt.StrongFocus
+    Accessible.name: text
     Keys.onReturnPressed: button.clicked()
 
     contentItem: SymbolLabel {
