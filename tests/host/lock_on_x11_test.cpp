@@ -25,9 +25,19 @@ class DayOnX11 : public LockOnX11 {
     const bool isUp = eventually([this] {
       return defaults_.standard().object(settings_key::enforcementAgentStatus).has_value();
     });
-    return isUp && start()->exitStatus() == 0 &&
-           eventually([this] { return screen_.visibleWindowCount() == 1; }) &&
-           opensAt(1404, 656, 1539 + 60, 240 + 200) && opensAt(1404, 460, 1404 + 200, 32 + 490);
+    return isUp && opensMenuOver(0) && closesMenu() && opensMenuOver(0) &&
+           opensAt(1404, 656, 1539 + 60, 240 + 200) && opensAt(1404, 460, 1404 + 200, 32 + 490) &&
+           opensMenuOver(2);
+  }
+  bool opensMenuOver(std::size_t windows) {
+    return start()->exitStatus() == 0 &&
+           eventually([&, this] { return screen_.visibleWindowCount() == windows + 1; });
+  }
+  bool closesMenu() {
+    return eventually([this] {
+      screen_.clickAt(1100, 700);
+      return screen_.visibleWindowCount() == 0;
+    });
   }
   /// Clicks until a window is there that is as high as that, in the middle of the display.
   bool opensAt(int x, int height, int clickX, int clickY) {
