@@ -48,7 +48,7 @@ Item {
         anchors.right: parent.right
         visible: text !== ""
         text: row.protection.actionLabel
-        implicitWidth: implicitContentWidth + 2 * 10
+        implicitWidth: Math.ceil(implicitContentWidth) + 2 * 10
         implicitHeight: implicitContentHeight + 2 * 5
         horizontalPadding: 10
         verticalPadding: 5

@@ -12,7 +12,7 @@ T.Button {
     enabled: row.enabled
     checked: row.checked
     opacity: enabled ? 1 : 0.4
-    implicitWidth: implicitContentWidth + 2 * 8
+    implicitWidth: Math.ceil(implicitContentWidth) + 2 * 8
     implicitHeight: implicitContentHeight + 2 * 5
     horizontalPadding: 8
     verticalPadding: 5
