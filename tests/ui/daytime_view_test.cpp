@@ -143,6 +143,7 @@ TEST_F(DaytimeViewTest, PickedTimesReachTheEngineWhenTheyAreSaved) {
   EXPECT_EQ(engine().schedule(), Schedule{});
   typeAt(find("saveSchedule"), Qt::Key_Space);
   EXPECT_EQ(engine().schedule(), (Schedule{22, 0, 7, 15}));
+  EXPECT_EQ(computer.cloud.object(settings_key::wakeMinute), StoredValue{std::int64_t{15}});
 }
 
 TEST_F(DaytimeViewTest, ClosingDiscardsWhatWasPicked) {
