@@ -27,6 +27,18 @@ QList<QImage> moons() {
   return {moon(22), moon(32), moon(44), moon(64)};
 }
 
+/// Trays speak of the server's pixels. The toolkit leaves the corner of each display where the
+/// server has it, and scales from there.
+QPointF pointAt(QPointF pixel) {
+  for (const auto* screen : QGuiApplication::screens()) {
+    const QPointF corner = screen->geometry().topLeft();
+    const double scale = screen->devicePixelRatio();
+    if (QRectF(corner, QSizeF(screen->size()) * scale).contains(pixel))
+      return corner + (pixel - corner) / scale;
+  }
+  return pixel;
+}
+
 TrayMenu::Entry entryOf(const MenuRow& row) {
   TrayMenu::Entry entry{.label = QString::fromStdString(row.text), .isShown = row.isShown};
   if (!row.detail.empty()) entry.label += " — " + QString::fromStdString(row.detail);
@@ -47,8 +59,8 @@ MenuBarExtra::MenuBarExtra(TorvaneApp& app, RunLoop& runLoop)
       observation_(model_.observeChanges([this] { show(); })) {
   show();
   item_.onActivate = [this](int x, int y) {
-    const double scale = qGuiApp->devicePixelRatio();  // trays speak of pixels
-    app_.openMenu(x / scale, y / scale);
+    const auto point = pointAt(QPointF(x, y));
+    app_.openMenu(point.x(), point.y());
   };
   menu_.onOpening = [this] { model_.refresh(); };
   menu_.onChosen = [this](int place) { choose(MenuItem(place)); };

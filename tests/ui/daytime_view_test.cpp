@@ -176,6 +176,7 @@ TEST_F(DaytimeViewTest, ACommitmentIsConfirmedFirst) {
   EXPECT_TRUE(find("cancel")->hasActiveFocus());
   type(Qt::Key_Return);  // the safe answer
   EXPECT_TRUE(eventually([this] { return find("confirm") == nullptr; }));
+  EXPECT_TRUE(find("lockSettings")->hasActiveFocus());
   typeAt(find("lockSettings"), Qt::Key_Space);
   type(Qt::Key_Escape);
   EXPECT_TRUE(eventually([this] { return find("confirm") == nullptr; }));
@@ -191,6 +192,9 @@ TEST_F(DaytimeViewTest, ACommitmentIsConfirmedFirst) {
   EXPECT_TRUE(shows("Settings Locked"));
   EXPECT_TRUE(shows("Editable again in 14d 0h. Nightly releases still happen at 6:00 AM."));
   EXPECT_FALSE(shows("Lock Settings"));
+  const auto top = find("scroll")->property("contentY").toDouble();
+  type(Qt::Key_Up);
+  EXPECT_LT(find("scroll")->property("contentY").toDouble(), top) << "the keyboard is not lost";
 }
 
 TEST_F(DaytimeViewTest, AConfirmationIsNotStrongerThanWhatComesMeanwhile) {
@@ -255,6 +259,8 @@ TEST_F(DaytimeViewTest, EscapeClosesTheInnermostAndTheWheelOnlyScrolls) {
   EXPECT_GT(top(), 0);
   type(Qt::Key_PageUp);
   EXPECT_EQ(top(), 0);
+  typeAt(picker, Qt::Key_End);
+  EXPECT_EQ(picker->property("displayText"), "10 PM");
   typeAt(picker, Qt::Key_Space);
   EXPECT_TRUE(picker->property("down").toBool());
   type(Qt::Key_Escape);
@@ -297,7 +303,8 @@ TEST_F(DaytimeViewTest, TheMenuSwitchesOpensAndQuits) {
   click("quit");
   type(Qt::Key_Q, Qt::ControlModifier);
   EXPECT_EQ(quits, 0) << "protected: there is no such button";
-  click("nightlySwitch");
+  type(Qt::Key_Down);
+  type(Qt::Key_Space);
   EXPECT_FALSE(engine().isEnabled());
   click("quit");
   type(Qt::Key_Q, Qt::ControlModifier);

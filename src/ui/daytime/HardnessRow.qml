@@ -55,6 +55,7 @@ Item {
         focusPolicy: Qt.StrongFocus
         onClicked: row.bridge.perform(row.protection.action)
         Keys.onReturnPressed: button.clicked()
+        Keys.onEnterPressed: button.clicked()
         Accessible.name: text
         Accessible.description: row.protection.title
 

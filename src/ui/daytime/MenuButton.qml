@@ -19,6 +19,7 @@ T.Button {
     focusPolicy: Qt.StrongFocus
     Accessible.name: text
     Keys.onReturnPressed: button.clicked()
+    Keys.onEnterPressed: button.clicked()
 
     contentItem: SymbolLabel {
         symbol: button.row.symbol
