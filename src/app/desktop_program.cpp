@@ -48,6 +48,8 @@ void DesktopProgram::connectDelegate() {
 
 void DesktopProgram::connectLoginSession() {
   desktop_.onPresentationOptionsChanged = [this](PresentationOptions options) {
+    // A panel is none of the windows that the lock orders out.
+    if (contains(options, PresentationOptions::disableProcessSwitching)) openPanels_.cancel();
     login_.setTerminationInhibited(
         contains(options, PresentationOptions::disableSessionTermination));
     runLoop_.async([this] { keepCoverIfBroughtBack(); });  // the cover does not wait for an answer

@@ -131,6 +131,15 @@ void XProbe::typeAndClick() const {
   xcb_flush(x);
 }
 
+void XProbe::clickAt(int x, int y) const {
+  auto* const server = connection_.get();
+  xcb_test_fake_input(server, XCB_MOTION_NOTIFY, 0, XCB_CURRENT_TIME, root_,
+                      static_cast<std::int16_t>(x), static_cast<std::int16_t>(y), 0);
+  for (const auto event : {std::uint8_t{XCB_BUTTON_PRESS}, std::uint8_t{XCB_BUTTON_RELEASE}})
+    xcb_test_fake_input(server, event, 1, XCB_CURRENT_TIME, root_, 0, 0, 0);
+  xcb_flush(server);
+}
+
 int XProbe::inputReceived() const {
   auto* const x = connection_.get();
   answer(xcb_get_input_focus_reply, x, xcb_get_input_focus(x));  // whatever was sent is here now

@@ -35,6 +35,7 @@ class XProbe {
   /// of this program's windows has received.
   void focusWindow() const;
   void typeAndClick() const;
+  void clickAt(int x, int y) const;
   [[nodiscard]] int inputReceived() const;
 
   /// True if this program gets the keyboard and the pointer; it then keeps them until `release`.

@@ -137,9 +137,14 @@ void photographMenu(const QDir& folder, const QString& name, const Prepare& prep
   Shown(prepare, {}, menuOf).save(folder, "menu-" + name);
 }
 
-/// The whole column of the settings at once, in a window that is high enough.
-void photographSettings(const QDir& folder, const QString& name, const Prepare& prepare) {
+/// The whole column of the settings at once, in a window that is high enough, once something has
+/// happened while it was shown.
+void photographSettings(
+    const QDir& folder, const QString& name, const Prepare& prepare,
+    const Prepare& happen = [](Computer&) {}) {
   Shown shown(prepare, {520, 760}, settingsOf);
+  happen(shown.computer);
+  settle(shown.computer);
   const auto& scroll = shown.item("scroll");
   shown.window.resize(520, qCeil(scroll.y() + scroll.property("contentHeight").toDouble()));
   shown.save(folder, "settings-" + name);
@@ -187,8 +192,10 @@ void photographColumns(const QDir& folder) {
   photographSettings(folder, "2-armed", [](Computer& c) { c.armEverything(); });
   photographSettings(folder, "3-unapproved",
                      [](Computer& c) { c.setServices(ServiceStatus::requiresApproval); });
-  photographSettings(folder, "4-key-connected", [](Computer& c) { c.createKey(true); });
-  photographSettings(folder, "5-key-refused", [](Computer& c) { c.createKey(false); });
+  photographSettings(
+      folder, "4-key-connected", [](Computer&) {}, [](Computer& c) { c.createKey(true); });
+  photographSettings(
+      folder, "5-key-refused", [](Computer&) {}, [](Computer& c) { c.createKey(false); });
   photographSettings(folder, "6-committed", [](Computer& c) {
     c.configureKey();
     c.commit();

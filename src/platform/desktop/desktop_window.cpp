@@ -4,6 +4,7 @@
 #include <utility>
 
 #include <QGuiApplication>
+#include <QMouseEvent>
 #include <QPalette>
 
 #include "platform/desktop/qt_connection.h"
@@ -29,6 +30,24 @@ void setNativeBackground(xcb_window_t window, const QColor& color) {
 }
 
 }  // namespace
+
+/// Of the events of a menu's window, the first picture and the presses.
+class DesktopWindow::MenuFilter : public QObject {
+ public:
+  explicit MenuFilter(QWindow& window) : window_(window) { window.installEventFilter(this); }
+
+ private:
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::Expose && window_.isExposed()) window_.setMouseGrabEnabled(true);
+    if (event->type() != QEvent::MouseButtonPress) return false;
+    const auto place = static_cast<QMouseEvent*>(event)->position();
+    const bool isElsewhere = !QRectF({}, window_.size()).contains(place);
+    if (isElsewhere) window_.hide();
+    return isElsewhere;
+  }
+
+  QWindow& window_;
+};
 
 DesktopWindow::DesktopWindow(Owner& owner, RunLoop& runLoop, Log& log,
                              const WindowDescription& description)
@@ -93,6 +112,7 @@ void DesktopWindow::createNativeWindow() {
   if (screen_) window_->setScreen(screen_);
   window_->setGeometry(toQRect(frame_));
   if (style_ == WindowStyle::titled) fixSize();
+  if (level_ == WindowLevel::popUpMenu) menuFilter_ = std::make_unique<MenuFilter>(*window_);
   window_->create();
   setNativeBackground(nativeId(), window_->color());
 }

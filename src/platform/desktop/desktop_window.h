@@ -17,7 +17,8 @@ namespace lunevra {
 /// system, and once it is, its content is loaded in a later turn: black comes first. A window at
 /// screen-saver level is left alone by the window manager, so it is on every desktop, without
 /// shadow, title bar or animation, and cannot be moved; the setters for those have nothing to do.
-/// A titled window has the size of its frame, and is hidden when the person closes it.
+/// A titled window has the size of its frame, and is hidden when the person closes it. A menu takes
+/// the pointer, so that a press elsewhere hides it whatever the window manager thinks of focus.
 class DesktopWindow : public Window {
  public:
   /// Who arranges the windows; outlives them.
@@ -56,6 +57,8 @@ class DesktopWindow : public Window {
   [[nodiscard]] std::uint32_t nativeId() const;
 
  private:
+  class MenuFilter;
+
   void createNativeWindow();
   void fixSize();
   [[nodiscard]] Qt::WindowFlags flags() const;
@@ -76,6 +79,7 @@ class DesktopWindow : public Window {
   bool isClosed_ = false;
   bool isContentAttached_ = false;
   std::unique_ptr<QQuickWindow> window_;
+  std::unique_ptr<QObject> menuFilter_;
   std::shared_ptr<WindowContent> content_;  // goes before the window that shows it
   Lifetime lifetime_;
 };

@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <utility>
 
+#include <QCursor>
+#include <QGuiApplication>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickWindow>
@@ -47,6 +49,7 @@ class QtOpenPanels::Panel : public QObject {
     if (window_ == nullptr) return answer(std::nullopt);  // a computer without the chooser's parts
     connect(window_.get(), SIGNAL(answered(QUrl)), this, SLOT(choose(QUrl)));
     connect(window_.get(), SIGNAL(cancelled()), this, SLOT(cancel()));
+    if (auto* const here = QGuiApplication::screenAt(QCursor::pos())) window_->setScreen(here);
     window_->show();
     window_->requestActivate();
   }
@@ -73,10 +76,14 @@ QtOpenPanels::~QtOpenPanels() = default;
 
 void QtOpenPanels::chooseFolder(const FolderPanelRequest& request,
                                 std::function<void(std::optional<std::string>)> completion) {
-  panel_.reset();
+  cancel();
   if (engine_ == nullptr) engine_ = std::make_unique<QQmlEngine>();
   panel_ = std::make_unique<Panel>(runLoop_, std::move(completion));
   panel_->show(*engine_, request);
+}
+
+void QtOpenPanels::cancel() {
+  panel_.reset();
 }
 
 std::string localFolder(const std::string& path) {

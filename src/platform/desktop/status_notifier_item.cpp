@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <array>
 
-#include <QDBusConnection>
-#include <QDBusMessage>
 #include <QDBusMetaType>
+#include <QDBusObjectPath>
 #include <QDBusServiceWatcher>
 #include <QDBusVirtualObject>
 #include <QtEndian>
+
+#include "platform/desktop/bus_properties.h"
+#include "platform/desktop/tray_menu.h"
 
 namespace lunevra {
 namespace {
@@ -16,7 +18,6 @@ namespace {
 const QString watcherService = QStringLiteral("org.kde.StatusNotifierWatcher");
 const QString itemInterface = QStringLiteral("org.kde.StatusNotifierItem");
 const QString itemPath = QStringLiteral("/StatusNotifierItem");
-const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
 
 constexpr auto introspection = R"xml(
 <interface name="org.kde.StatusNotifierItem">
@@ -28,6 +29,7 @@ constexpr auto introspection = R"xml(
   <property name="IconPixmap" type="a(iiay)" access="read"/>
   <property name="ToolTip" type="(sa(iiay)ss)" access="read"/>
   <property name="ItemIsMenu" type="b" access="read"/>
+  <property name="Menu" type="o" access="read"/>
   <method name="Activate"><arg type="i" direction="in"/><arg type="i" direction="in"/></method>
   <method name="ContextMenu"><arg type="i" direction="in"/><arg type="i" direction="in"/></method>
   <method name="SecondaryActivate"><arg type="i" direction="in"/><arg type="i" direction="in"/></method>
@@ -102,7 +104,6 @@ class StatusNotifierItem::Server : public QDBusVirtualObject {
  private:
   void registerWithTray();
   bool handleCall(const QDBusMessage& message, const QDBusConnection& connection);
-  bool handleProperty(const QDBusMessage& message, const QDBusConnection& connection) const;
   [[nodiscard]] QVariantMap properties() const;
 
   StatusNotifierItem& item_;
@@ -158,15 +159,15 @@ QVariantMap StatusNotifierItem::Server::properties() const {
           {"IconName", ""},
           {"IconPixmap", QVariant::fromValue(icon_)},
           {"ToolTip", QVariant::fromValue(ItemToolTip{{}, {}, title_, toolTip_})},
-          {"ItemIsMenu", false}};
+          {"ItemIsMenu", false},
+          {"Menu", QVariant::fromValue(QDBusObjectPath(TrayMenu::objectPath()))}};
 }
 
 bool StatusNotifierItem::Server::handleMessage(const QDBusMessage& message,
                                                const QDBusConnection& connection) {
-  if (message.interface() == propertiesInterface) return handleProperty(message, connection);
   if (message.interface() == itemInterface || message.interface().isEmpty())
     return handleCall(message, connection);
-  return false;
+  return answerAboutProperties(properties(), message, connection);
 }
 
 bool StatusNotifierItem::Server::handleCall(const QDBusMessage& message,
@@ -181,16 +182,6 @@ bool StatusNotifierItem::Server::handleCall(const QDBusMessage& message,
   if (isPress && place.size() == 2 && item_.onActivate)
     item_.onActivate(place[0].toInt(), place[1].toInt());
   return true;
-}
-
-bool StatusNotifierItem::Server::handleProperty(const QDBusMessage& message,
-                                                const QDBusConnection& connection) const {
-  const auto all = properties();
-  if (message.member() == "GetAll") return connection.send(message.createReply(QVariant(all)));
-  if (message.member() != "Get") return false;
-  const auto value = all.value(message.arguments().value(1).toString());
-  if (!value.isValid()) return false;
-  return connection.send(message.createReply(QVariant::fromValue(QDBusVariant(value))));
 }
 
 StatusNotifierItem::StatusNotifierItem(const QString& title, const QList<QImage>& icon)

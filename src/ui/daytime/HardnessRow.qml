@@ -48,13 +48,15 @@ Item {
         anchors.right: parent.right
         visible: text !== ""
         text: row.protection.actionLabel
-        implicitWidth: implicitContentWidth + 2 * 10
+        implicitWidth: Math.ceil(implicitContentWidth) + 2 * 10
         implicitHeight: implicitContentHeight + 2 * 5
         horizontalPadding: 10
         verticalPadding: 5
         focusPolicy: Qt.StrongFocus
         onClicked: row.bridge.perform(row.protection.action)
         Keys.onReturnPressed: button.clicked()
+        Keys.onEnterPressed: button.clicked()
+        Accessible.name: text
         Accessible.description: row.protection.title
 
         contentItem: PlainText {

@@ -3,7 +3,7 @@ import Lunevra.Daytime
 import Lunevra.LockScreen
 
 // Heads the settings while they are frozen.
-Rectangle {
+Card {
     id: banner
 
     required property SettingsBridge bridge
@@ -11,8 +11,7 @@ Rectangle {
     implicitHeight: row.height + 2 * 16
     radius: 12
     color: Qt.alpha(Ink.red, 0.15)
-    border.color: Qt.alpha(Ink.red, 0.3)
-    border.width: 1
+    outline: Qt.alpha(Ink.red, 0.3)
 
     Row {
         id: row

@@ -12,11 +12,12 @@ T.Button {
     required property color fill
     property string symbol: ""
 
-    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitWidth: Math.ceil(implicitContentWidth) + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     horizontalPadding: 14
     verticalPadding: 10
     focusPolicy: Qt.StrongFocus
+    Accessible.name: text
 
     contentItem: Item {
         implicitWidth: label.implicitWidth

@@ -14,6 +14,12 @@ Rectangle {
     border.color: Ink.white(0.12)
     focus: true
     Keys.onEscapePressed: bridge.close()
+    Keys.onUpPressed: step(false)
+    Keys.onDownPressed: step(true)
+
+    function step(isForward: bool) {
+        Window.activeFocusItem.nextItemInFocusChain(isForward).forceActiveFocus(Qt.TabFocusReason);
+    }
 
     Shortcut {
         sequence: "Ctrl+,"

@@ -12,12 +12,14 @@ T.Button {
     enabled: row.enabled
     checked: row.checked
     opacity: enabled ? 1 : 0.4
-    implicitWidth: implicitContentWidth + 2 * 8
+    implicitWidth: Math.ceil(implicitContentWidth) + 2 * 8
     implicitHeight: implicitContentHeight + 2 * 5
     horizontalPadding: 8
     verticalPadding: 5
     focusPolicy: Qt.StrongFocus
+    Accessible.name: text
     Keys.onReturnPressed: button.clicked()
+    Keys.onEnterPressed: button.clicked()
 
     contentItem: SymbolLabel {
         symbol: button.row.symbol

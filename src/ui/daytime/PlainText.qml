@@ -10,6 +10,7 @@ Text {
 
     font: isRounded ? Faces.rounded(size, weight) : Faces.standard(size, weight)
     color: "white"
+    height: Math.ceil(implicitHeight)  // whatever is below starts on a whole point
     wrapMode: Text.WordWrap
     lineHeight: lineCount > 1 ? 1.12 : 1
     renderType: Text.NativeRendering

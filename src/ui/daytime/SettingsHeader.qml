@@ -51,6 +51,7 @@ Rectangle {
         focusPolicy: Qt.StrongFocus
         onClicked: header.bridge.dismiss()
         Keys.onReturnPressed: close.clicked()
+        Keys.onEnterPressed: close.clicked()
         Accessible.name: qsTr("Close")
 
         contentItem: Item {

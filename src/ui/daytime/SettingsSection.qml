@@ -2,7 +2,7 @@ import QtQuick
 import Lunevra.Daytime
 
 // A titled card.
-Rectangle {
+Card {
     id: section
 
     required property string title
@@ -13,8 +13,7 @@ Rectangle {
     implicitHeight: card.height + 2 * 20
     radius: 14
     color: Ink.card
-    border.color: Ink.white(0.05)
-    border.width: 1
+    outline: Ink.white(0.05)
     Accessible.role: Accessible.Grouping
     Accessible.name: title
 

@@ -72,8 +72,17 @@ Rectangle {
             Keys.onDownPressed: scrollTo(contentY + 40)
             T.ScrollBar.vertical: Scroller { policy: T.ScrollBar.AlwaysOn }
 
-            Shortcut { sequence: "PgDown"; onActivated: scroll.scrollTo(scroll.contentY + scroll.page) }
-            Shortcut { sequence: "PgUp"; onActivated: scroll.scrollTo(scroll.contentY - scroll.page) }
+            component Jump: Shortcut {
+                required property real place
+
+                enabled: scroll.enabled
+                onActivated: scroll.scrollTo(place)
+            }
+
+            Jump { sequence: "PgDown"; place: scroll.contentY + scroll.page }
+            Jump { sequence: "PgUp"; place: scroll.contentY - scroll.page }
+            Jump { sequence: "Home"; place: 0 }
+            Jump { sequence: "End"; place: scroll.contentHeight }
 
             WheelHandler {
                 target: null

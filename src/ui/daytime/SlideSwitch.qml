@@ -15,6 +15,7 @@ T.Switch {
     implicitHeight: Math.max(implicitContentHeight, 22)
     rightPadding: 38 + 12
     focusPolicy: Qt.StrongFocus
+    Accessible.name: text
     Accessible.description: detail
 
     contentItem: Column {

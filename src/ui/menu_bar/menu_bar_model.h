@@ -22,6 +22,8 @@ class MenuBarModel {
   [[nodiscard]] const MenuRows& rows() const { return rows_; }
   /// While drawn, what goes by without the engine changing is read every few seconds.
   void setDrawn(bool isDrawn) { follower_.setDrawn(isDrawn); }
+  /// Before it is drawn once.
+  void refresh() { follower_.readNow(); }
   [[nodiscard]] Registration observeChanges(std::function<void()> changed) {
     return follower_.observeChanges(std::move(changed));
   }

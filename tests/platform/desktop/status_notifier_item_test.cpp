@@ -12,6 +12,8 @@
 #include <QDeadlineTimer>
 #include <QProcess>
 
+#include "platform/desktop/tray_menu.h"
+
 namespace lunevra {
 namespace {
 
@@ -43,9 +45,9 @@ class Tray : public QDBusVirtualObject {
     if (message.member() == "RegisterStatusNotifierItem") items.append(message.service());
     return connection.send(message.createReply());
   }
-  QDBusMessage ask(const QString& interface, const QString& member, const QVariantList& arguments) {
-    auto call =
-        QDBusMessage::createMethodCall(items.last(), "/StatusNotifierItem", interface, member);
+  QDBusMessage ask(const QString& interface, const QString& member, const QVariantList& arguments,
+                   const QString& path = "/StatusNotifierItem") {
+    auto call = QDBusMessage::createMethodCall(items.last(), path, interface, member);
     call.setArguments(arguments);
     const auto pending = bus_.asyncCall(call);
     eventually([&] { return pending.isFinished(); });
@@ -65,6 +67,11 @@ TEST(StatusNotifierItem, IsInEveryTrayThatComesAndIsPressed) {
   QPoint pressed;
   item.onActivate = [&](int x, int y) { pressed = {x, y}; };
   item.setToolTip("Blocks at 10:00 PM.");
+  TrayMenu menu;
+  menu.setEntries({{}, {.label = "Quit"}});
+  int chosen = -1;
+  menu.onOpening = [&] { menu.setEntries({{}, {.label = "Enable nightly lock"}}); };
+  menu.onChosen = [&](int place) { chosen = place; };
   const auto address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
 
   for (int desktop = 0; desktop < 2; ++desktop) {
@@ -78,6 +85,17 @@ TEST(StatusNotifierItem, IsInEveryTrayThatComesAndIsPressed) {
     EXPECT_EQ(properties["Status"], "Active");
     EXPECT_EQ(properties["IconPixmap"].value<QDBusArgument>().currentSignature(), "a(iiay)");
     EXPECT_EQ(properties["ToolTip"].value<QDBusArgument>().currentSignature(), "(sa(iiay)ss)");
+    const auto askMenu = [&](const QString& member, const QVariantList& arguments) {
+      const auto path = properties["Menu"].value<QDBusObjectPath>().path();
+      return tray.ask("com.canonical.dbusmenu", member, arguments, path);
+    };
+    EXPECT_EQ(askMenu("GetLayout", {0, -1, QStringList()}).signature(), "u(ia{sv}av)");
+    askMenu("AboutToShow", {0});
+    const auto label = askMenu("GetProperty", {2, "label"}).arguments().value(0);
+    EXPECT_EQ(label.value<QDBusVariant>().variant(), "Enable nightly lock");
+    chosen = -1;
+    askMenu("Event", {2, "clicked", QVariant::fromValue(QDBusVariant("")), 0U});
+    EXPECT_EQ(chosen, 1);
     pressed = {};
     tray.ask("org.kde.StatusNotifierItem", "Activate", {1200, 10 + desktop});
     EXPECT_TRUE(eventually([&] { return pressed == QPoint(1200, 10 + desktop); }));
