@@ -28,7 +28,7 @@ sanitize: setup
 	@cmake --build $(BUILD)/sanitize -j$(JOBS)
 	@$(CTEST) --test-dir $(BUILD)/sanitize -j$(JOBS)
 
-# How much of the logic the tests reach that need no display.
+# How much of the logic the tests reach.
 coverage:
 	@tools/setup.sh gcovr
 	@cmake --preset coverage
