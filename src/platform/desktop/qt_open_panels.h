@@ -9,10 +9,10 @@ class QQmlEngine;
 
 namespace lunevra {
 
-/// A folder chooser in the program's own look, on the display with the pointer; no dialog of another
-/// process, which a lock could not close. One panel at a time: opening another cancels the first,
-/// and so does the end of this object. The views' engine is loaded with the first panel. Main
-/// thread only.
+/// A folder chooser in the program's own look, on the display with the pointer; no dialog of
+/// another process, which a lock could not close. One panel at a time: opening another cancels the
+/// first, and so does the end of this object. The views' engine is loaded with the first panel.
+/// Main thread only.
 class QtOpenPanels : public OpenPanels {
  public:
   /// Needs the application object by the time of the first panel; the run loop outlives this.
