@@ -7,7 +7,6 @@
 #include <QtCore/qdeadlinetimer.h>
 #include <QtGui/qaccessible.h>
 #include <QtGui/qevent.h>
-#include <QtGui/qguiapplication.h>
 #include <QtQuick/qquickitem.h>
 #include <QtQuick/qquickwindow.h>
 #include <QtTest/qtest.h>
@@ -21,11 +20,6 @@ namespace lunevra {
 namespace {
 
 using std::chrono_literals::operator""s;
-
-void failOnWarning(QtMsgType type, const QMessageLogContext&, const QString& text) {
-  if (type == QtDebugMsg || type == QtInfoMsg || text.contains("XDG_RUNTIME_DIR")) return;
-  ADD_FAILURE() << text.toStdString();
-}
 
 class DaytimeViewTest : public testing::Test {
  protected:
@@ -333,12 +327,3 @@ TEST_F(DaytimeViewTest, TheMenuFollowsOtherMachinesAndTheNight) {
 
 }  // namespace
 }  // namespace lunevra
-
-int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-  testing::InitGoogleTest(&argc, argv);
-  const QGuiApplication application(argc, argv);
-  qInstallMessageHandler(lunevra::failOnWarning);
-  return RUN_ALL_TESTS();
-}

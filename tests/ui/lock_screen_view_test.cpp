@@ -4,7 +4,6 @@
 
 #include <QtCore/qstringlist.h>
 #include <QtGui/qaccessible.h>
-#include <QtGui/qguiapplication.h>
 #include <QtGui/qpainter.h>
 
 #include "ui/gaussian_blur.h"
@@ -181,11 +180,3 @@ TEST_F(LockScreenViewTest, IsReadAloudWithoutTheQuoteThatHasGone) {
 
 }  // namespace
 }  // namespace lunevra
-
-int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-  testing::InitGoogleTest(&argc, argv);
-  const QGuiApplication application(argc, argv);
-  return RUN_ALL_TESTS();
-}

@@ -59,11 +59,3 @@ TEST_F(OpenPanelTest, AnswersWithTheFolderThatIsMarkedWhateverItIsCalled) {
 
 }  // namespace
 }  // namespace lunevra
-
-int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-  testing::InitGoogleTest(&argc, argv);
-  const QGuiApplication application(argc, argv);
-  return RUN_ALL_TESTS();
-}
