@@ -58,7 +58,8 @@ rehearsal: build
 gallery: build
 	@$(BUILD)/bin/lunevra-gallery $(GALLERY)
 	@QT_SCALE_FACTOR=2 $(BUILD)/bin/lunevra-gallery $(GALLERY) 1920x1080
-	@for scale in 1 1.5 2; do QT_SCALE_FACTOR=$$scale $(BUILD)/bin/lunevra-daytime-gallery $(GALLERY); done
+	@for scale in 1 1.5 2; do QT_SCALE_FACTOR=$$scale $(BUILD)/bin/lunevra-daytime-gallery $(GALLERY) \
+	  || exit 1; done
 
 # Beside lockers that Debian packages; one that cannot be installed is left out.
 bench: build

@@ -59,6 +59,16 @@ void scanVolumes(benchmark::State& state) {
 }
 BENCHMARK(scanVolumes)->RangeMultiplier(10)->Range(1, 1000);
 
+// The largest file that is read, full of small things.
+void readOddKeyFile(benchmark::State& state) {
+  std::string contents = "{\"x\":[{}";
+  while (contents.size() < (1U << 20U)) contents += ",{\"a\":[]}";
+  contents += "]}";
+  for ([[maybe_unused]] auto _ : state)
+    benchmark::DoNotOptimize(PhysicalKeyManager::verifyKeyFile(contents, Bytes(32)));
+}
+BENCHMARK(readOddKeyFile)->Unit(benchmark::kMillisecond);
+
 void oneDayAndNight(benchmark::State& state) {
   Daytime daytime;
   for ([[maybe_unused]] auto _ : state) daytime.time().pass(std::chrono::hours{24});

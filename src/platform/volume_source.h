@@ -16,8 +16,8 @@ struct VolumeTraits {
 };
 
 /// The mounted volumes and the one small file on them that matters. Volumes are named by the path
-/// of their root, without a trailing slash (the root file system is "/"). Nothing is cached; no
-/// operation blocks on a volume that does not answer. Main thread only.
+/// of their root, without a trailing slash (the root file system is "/"). Every answer is of its
+/// own moment; no operation blocks on a volume that does not answer. Main thread only.
 class VolumeSource {
  public:
   virtual ~VolumeSource() = default;

@@ -140,8 +140,11 @@ class BadNights : public SmallDisk, public LockOnX11 {
     if (known_ != program_->pid()) {
       known_ = program_->pid();
       descriptors_ = descriptors();
-      pages_ = pages;
+      nightsKnown_ = 0;
+      pages_ = 0;
     }
+    // Not every night shows everything that there is to be loaded.
+    if (nightsKnown_++ < 3) pages_ = std::max(pages_, pages);
     EXPECT_TRUE(eventually([&] { return descriptors() <= descriptors_ + 2; })) << descriptors();
     EXPECT_LT(pages, pages_ + mebibytes(16)) << "resident";
   }
@@ -159,6 +162,7 @@ class BadNights : public SmallDisk, public LockOnX11 {
   PrivateBus sessionBus_;
   std::optional<ChildProcess> program_;
   pid_t known_ = 0;
+  int nightsKnown_ = 0;
   std::ptrdiff_t descriptors_ = 0;
   std::size_t pages_ = 0;
 };

@@ -114,10 +114,6 @@ TEST_F(SettingsModelTest, LayersReportToTheLineOfStatus) {
   computer.services.agent("").refuse("not permitted");
   model.perform(HardnessAction::installAgent);
   EXPECT_EQ(engine.physicalKeyMessage(), "Could not update background enforcement: not permitted");
-  model.setFirewallEnabled(true);
-  settle();
-  EXPECT_TRUE(model.values().dashboard.isFirewallEnabled);
-  EXPECT_EQ(model.values().dashboard.firewallHelper.status, HardnessStatus::yellow);
 }
 
 TEST_F(SettingsModelTest, TheMenuRefusesWhatItsRowsNoLongerOffer) {

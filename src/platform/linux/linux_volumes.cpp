@@ -22,6 +22,11 @@ bool isLocal(const MountedVolume& volume) {
   return volume.disk != 0 && !volume.isNetwork;
 }
 
+/// What work is about: one mount. A drive that hangs says nothing of the next one in its place.
+std::string subjectOf(const MountedVolume& volume) {
+  return std::to_string(volume.mountIdentifier) + volume.path;
+}
+
 /// The folder that a file is in, if it is on that mount and not on what was mounted or uncovered in
 /// its place meanwhile. As long as it is held the volume stays.
 UniqueDescriptor folderOf(const std::filesystem::path& file, int mountIdentifier) {
@@ -92,7 +97,7 @@ std::optional<std::string> LinuxVolumes::readFile(const std::string& path) const
   if (volume == nullptr) return std::nullopt;
   return work_
       .run<std::optional<std::string>>(
-          volume->path, readPatience,
+          subjectOf(*volume), readPatience,
           [mount = volume->mountIdentifier, path] { return readOn(mount, path); })
       .value_or(std::nullopt);
 }
@@ -100,7 +105,7 @@ std::optional<std::string> LinuxVolumes::readFile(const std::string& path) const
 void LinuxVolumes::writeFileAtomically(const std::string& path, const std::string& contents) {
   const auto* const volume = touchable(path);
   if (volume == nullptr) throw LocalizedError("The drive is gone.");
-  const auto failure = work_.run<std::string>(volume->path, writePatience,
+  const auto failure = work_.run<std::string>(subjectOf(*volume), writePatience,
                                               [mount = volume->mountIdentifier, path, contents] {
                                                 return replaceOn(mount, path, contents);
                                               });
@@ -112,7 +117,8 @@ void LinuxVolumes::setHidden(const std::string& path) {
   const auto* const volume = touchable(path);
   if (volume == nullptr) return;
   // A file that stays visible is as good a key.
-  static_cast<void>(work_.run<bool>(volume->path, readPatience, [path] { return hide(path); }));
+  static_cast<void>(
+      work_.run<bool>(subjectOf(*volume), readPatience, [path] { return hide(path); }));
 }
 
 const MountedVolume* LinuxVolumes::find(const std::string& volume) const {

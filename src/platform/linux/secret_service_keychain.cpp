@@ -110,6 +110,8 @@ void SecretServiceKeychain::serve() {
   }
   refreshTimer_.reset();
   client_.reset();
+  // What the library has put off until its objects are gone.
+  while (g_main_context_iteration(context_.get(), FALSE) != FALSE) continue;
   g_main_context_pop_thread_default(context_.get());
 }
 

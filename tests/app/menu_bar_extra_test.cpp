@@ -1,18 +1,19 @@
-#include "platform/desktop/status_notifier_item.h"
+#include "app/menu_bar_extra.h"
 
 #include <functional>
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCall>
 #include <QDBusVirtualObject>
 #include <QDeadlineTimer>
+#include <QGuiApplication>
 #include <QProcess>
 
-#include "platform/desktop/tray_menu.h"
+#include "app/program.h"
+#include "platform/simulated/simulated_host.h"
 
 namespace lunevra {
 namespace {
@@ -60,23 +61,34 @@ class Tray : public QDBusVirtualObject {
   QDBusConnection bus_;
 };
 
-TEST(StatusNotifierItem, IsInEveryTrayThatComesAndIsPressed) {
-  QImage icon(22, 22, QImage::Format_ARGB32);
-  icon.fill(QColor(0x11, 0x22, 0x33, 0x44));
-  StatusNotifierItem item("Lunevra", {icon});
-  QPoint pressed;
-  item.onActivate = [&](int x, int y) { pressed = {x, y}; };
-  item.setToolTip("Blocks at 10:00 PM.");
-  TrayMenu menu;
-  menu.setEntries({{}, {.label = "Quit"}});
-  int chosen = -1;
-  menu.onOpening = [&] { menu.setEntries({{}, {.label = "Enable nightly lock"}}); };
-  menu.onChosen = [&](int place) { chosen = place; };
-  const auto address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
+/// What another program is shown and does.
+class MenuBarExtraTest : public testing::Test {
+ protected:
+  MenuBarExtraTest() {
+    computer.time.setWallClock(
+        *computer.calendar.instant({.year = 2026, .month = 3, .day = 14, .hour = 15}));
+  }
+  /// The places of the menus that are open.
+  std::vector<double> menus() {
+    std::vector<double> tops;
+    for (const auto& window : computer.application.windows())
+      if (dynamic_cast<const SimulatedWindow&>(*window).level() == WindowLevel::popUpMenu)
+        tops.push_back(window->frame().y);
+    return tops;
+  }
 
-  for (int desktop = 0; desktop < 2; ++desktop) {
-    Tray tray(address);
-    ASSERT_TRUE(eventually([&] { return !tray.items.isEmpty(); })) << desktop;
+  SimulatedHost computer;
+  SceneContentFactory nothing = [](ShutdownManager&, const SceneActions&) { return nullptr; };
+  Program program{computer.host(), computer.desktop(), [](ShutdownManager&) { return nullptr; },
+                  DaytimeContents{.settings = nothing, .menu = nothing}};
+};
+
+TEST_F(MenuBarExtraTest, IsInEveryTrayThatComesAndDoesWhatItsRowsSay) {
+  const auto& engine = program.app().shutdownManager();
+  const MenuBarExtra extra(program.app(), computer.time);
+  for (const bool isEnabled : {true, false}) {
+    Tray tray(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"));
+    ASSERT_TRUE(eventually([&] { return !tray.items.isEmpty(); })) << isEnabled;
     const auto all = tray.ask("org.freedesktop.DBus.Properties", "GetAll",
                               {QString("org.kde.StatusNotifierItem")});
     ASSERT_EQ(all.type(), QDBusMessage::ReplyMessage) << all.errorMessage().toStdString();
@@ -85,20 +97,28 @@ TEST(StatusNotifierItem, IsInEveryTrayThatComesAndIsPressed) {
     EXPECT_EQ(properties["Status"], "Active");
     EXPECT_EQ(properties["IconPixmap"].value<QDBusArgument>().currentSignature(), "a(iiay)");
     EXPECT_EQ(properties["ToolTip"].value<QDBusArgument>().currentSignature(), "(sa(iiay)ss)");
+    const double top = isEnabled ? 10 : 20;
+    tray.ask("org.kde.StatusNotifierItem", "Activate", {1200, int(top)});
+    EXPECT_EQ(menus(), std::vector{top});
+
     const auto askMenu = [&](const QString& member, const QVariantList& arguments) {
       const auto path = properties["Menu"].value<QDBusObjectPath>().path();
       return tray.ask("com.canonical.dbusmenu", member, arguments, path);
     };
+    const auto property = [&](MenuItem row, const char* name) {
+      const auto answer = askMenu("GetProperty", {int(row) + 1, name}).arguments().value(0);
+      return answer.value<QDBusVariant>().variant();
+    };
     EXPECT_EQ(askMenu("GetLayout", {0, -1, QStringList()}).signature(), "u(ia{sv}av)");
+    EXPECT_EQ(property(MenuItem::bedtime, "label"), "Blocks at 10:00 PM");
+    EXPECT_EQ(property(MenuItem::bedtime, "enabled"), false);
+    EXPECT_EQ(property(MenuItem::commitment, "visible"), false);
+    EXPECT_EQ(property(MenuItem::nightlySwitch, "toggle-state"), int(isEnabled));
+    EXPECT_EQ(property(MenuItem::quit, "enabled"), !isEnabled);
+    askMenu("Event", {int(MenuItem::nightlySwitch) + 1, "clicked",
+                      QVariant::fromValue(QDBusVariant("")), 0U});
+    EXPECT_EQ(engine.isEnabled(), !isEnabled);
     askMenu("AboutToShow", {0});
-    const auto label = askMenu("GetProperty", {2, "label"}).arguments().value(0);
-    EXPECT_EQ(label.value<QDBusVariant>().variant(), "Enable nightly lock");
-    chosen = -1;
-    askMenu("Event", {2, "clicked", QVariant::fromValue(QDBusVariant("")), 0U});
-    EXPECT_EQ(chosen, 1);
-    pressed = {};
-    tray.ask("org.kde.StatusNotifierItem", "Activate", {1200, 10 + desktop});
-    EXPECT_TRUE(eventually([&] { return pressed == QPoint(1200, 10 + desktop); }));
   }
 }
 
@@ -106,12 +126,13 @@ TEST(StatusNotifierItem, IsInEveryTrayThatComesAndIsPressed) {
 }  // namespace lunevra
 
 int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
   testing::InitGoogleTest(&argc, argv);
   QProcess bus;
   bus.start("dbus-daemon", {"--session", "--nofork", "--print-address"});
   if (!bus.waitForStarted() || !bus.waitForReadyRead()) return 1;
   qputenv("DBUS_SESSION_BUS_ADDRESS", bus.readLine().trimmed());
-  const QCoreApplication application(argc, argv);
+  const QGuiApplication application(argc, argv);
   const int result = RUN_ALL_TESTS();
   bus.kill();
   bus.waitForFinished();
