@@ -26,7 +26,7 @@ test: build
 sanitize: setup
 	@cmake --preset sanitize
 	@cmake --build $(BUILD)/sanitize -j$(JOBS)
-	@$(CTEST) --test-dir $(BUILD)/sanitize -j$(JOBS)
+	@LSAN_OPTIONS=suppressions=$(CURDIR)/tests/leaks.txt $(CTEST) --test-dir $(BUILD)/sanitize -j$(JOBS)
 
 # How much of the logic the tests reach.
 coverage:
