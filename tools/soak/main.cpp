@@ -14,7 +14,7 @@ using namespace lunevra::soak;
 namespace {
 
 constexpr const char* usage = "usage: lunevra-soak [--seed N] [--stories N | --seconds N]";
-constexpr int statementsPerStory = 400;
+constexpr int statementsPerStory = 200;
 
 struct Options {
   std::uint64_t seed = std::random_device{}();
