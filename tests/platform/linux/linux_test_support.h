@@ -16,11 +16,15 @@
 #include <unistd.h>
 #include <vector>
 
+#include "host/eventually.h"
+#include "host/temporary_folder.h"
 #include "platform/log.h"
 #include "platform/open_panel.h"
 #include "platform/run_loop.h"
 
 namespace lunevra {
+
+using host_test::eventually;
 
 /// How long a test that can go on for ever should; zero in an ordinary run.
 inline std::chrono::seconds soakTime() {
@@ -28,30 +32,13 @@ inline std::chrono::seconds soakTime() {
   return std::chrono::seconds{seconds != nullptr ? std::atoi(seconds) : 0};
 }
 
-class TemporaryFolder {
+/// In memory where possible: these tests sync hundreds of times.
+class TemporaryFolder : public host_test::TemporaryFolder {
  public:
-  TemporaryFolder() {
-    // In memory where possible: these tests sync hundreds of times.
-    const bool hasMemory = ::access("/dev/shm", W_OK) == 0;
-    const auto base =
-        hasMemory ? std::filesystem::path("/dev/shm") : std::filesystem::temp_directory_path();
-    auto name = (base / "lunevra-test-XXXXXX").string();
-    path_ = ::mkdtemp(name.data());
-  }
-  ~TemporaryFolder() {
-    std::error_code error;
-    std::filesystem::remove_all(path_, error);
-  }
-  TemporaryFolder(const TemporaryFolder&) = delete;
-  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-  [[nodiscard]] const std::filesystem::path& path() const { return path_; }
-  [[nodiscard]] std::filesystem::path operator/(const std::string& name) const {
-    return path_ / name;
-  }
-
- private:
-  std::filesystem::path path_;
+  TemporaryFolder()
+      : host_test::TemporaryFolder(::access("/dev/shm", W_OK) == 0
+                                       ? std::filesystem::path("/dev/shm")
+                                       : std::filesystem::temp_directory_path()) {}
 };
 
 class RecordingLog : public Log {
@@ -93,16 +80,6 @@ class NoPanels : public OpenPanels {
   void chooseFolder(const FolderPanelRequest&,
                     std::function<void(std::optional<std::string>)>) override {}
 };
-
-inline bool eventually(const std::function<bool()>& condition,
-                       std::chrono::seconds patience = std::chrono::seconds{10}) {
-  const auto deadline = std::chrono::steady_clock::now() + patience;
-  while (!condition()) {
-    if (std::chrono::steady_clock::now() > deadline) return false;
-    std::this_thread::sleep_for(std::chrono::milliseconds{2});
-  }
-  return true;
-}
 
 inline void writeFile(const std::filesystem::path& path, const std::string& contents) {
   std::ofstream(path, std::ios::binary | std::ios::trunc) << contents;
