@@ -32,6 +32,8 @@ ShutdownManager::ShutdownManager(const Host& host, SyncedStore& store,
   storeObservation_ = host_.notificationCenter.addObserver(SyncedStore::changedNotification,
                                                            [this] { syncedStoreChanged(); });
   refreshPhysicalKeyStatus();
+  clearExpiredPhysicalOverride();
+  clearExpiredNightLock();
   evaluateSchedule();
   startTimeCheckTimer();
   startPhysicalKeyTimer();
@@ -57,8 +59,8 @@ void ShutdownManager::startPhysicalKeyTimer() {
 void ShutdownManager::evaluateSchedule() {
   const auto now = host_.clock.now();
   const auto evaluation = evaluate({
-      .isReleaseInForce = override_.expire(now),
-      .isNightLatched = latch_.expire(now),
+      .isReleaseInForce = clearExpiredPhysicalOverride(),
+      .isNightLatched = clearExpiredNightLock(),
       .isInWindow = isWithinBlockingWindow(now),
       .isEnabled = isEnabled_,
       .state = currentState_,
@@ -119,9 +121,8 @@ void ShutdownManager::returnToIdle() {
   countdownTimer_.reset();
   enter(BlockingState::idle);
   change(isBlockingTime_, false);
-  const auto now = host_.clock.now();
-  override_.expire(now);
-  latch_.expire(now);
+  clearExpiredPhysicalOverride();
+  clearExpiredNightLock();
 }
 
 void ShutdownManager::endLockForOverride() {
@@ -145,6 +146,14 @@ void ShutdownManager::latchNightLock() {
     latch_.set(*end);
   }
   startFirewallBlock(*end);
+}
+
+bool ShutdownManager::clearExpiredNightLock() {
+  return latch_.expire(host_.clock.now());
+}
+
+bool ShutdownManager::clearExpiredPhysicalOverride() {
+  return override_.expire(host_.clock.now());
 }
 
 bool ShutdownManager::isPhysicalOverrideActive() const {

@@ -107,6 +107,10 @@ class ShutdownManager {
   void endLockForOverride();
   void enter(BlockingState state);
   void latchNightLock();
+  /// Whether a night still runs.
+  bool clearExpiredNightLock();
+  /// Whether a release still is in force.
+  bool clearExpiredPhysicalOverride();
   void acceptPhysicalKey(const std::string& volumeName);
   void startFirewallBlock(Instant until);
   void startTimeCheckTimer();
